@@ -1,0 +1,68 @@
+// The command table: every command the user can start by name, in the order
+// of registration. A command whose body is not built yet is still registered,
+// and says that it did nothing.
+#include "frame/CzarvelApp.h"
+#include "oddata/CommandFrame.h"
+#include "records/DetachCommands.h"
+#include "search/PresenceSearch.h"
+
+namespace zarvel {
+namespace {
+
+void commandNotAvailable() {
+  ResourceScope scope;
+  printMessage(kMsgOperationUnsuccessful);
+}
+
+// Transparent, sees the pick-first set, redraws.
+constexpr int kFlags = platform::CommandFlags::kTransparent |
+                       platform::CommandFlags::kUsePickSet | platform::CommandFlags::kRedraw;
+
+}  // namespace
+
+const std::vector<CommandEntry>& commandTable() {
+  static const std::vector<CommandEntry> table = {
+      {L"ZARVEL_PSEL", kFlags, commandNotAvailable},
+      {L"ZARVEL_CTL", kFlags, commandNotAvailable},
+      // Modal on purpose: it must not run inside another command.
+      {L"ZARVEL_LOAD_DEFINITION", platform::CommandFlags::kModal, commandNotAvailable},
+      {L"ZARVEL_HAS_DUPLICATE_OD", kFlags, commandHasDuplicateOd},
+      {L"ZARVEL_HAS_OD", kFlags, commandHasOd},
+      {L"ZARVEL_HAS_MULTIPLE_OD", kFlags, commandHasMultipleOd},
+      {L"ZARVEL_HAS_SPECIFIC_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_REMOVE_DUPLICATE_OD", kFlags, commandRemoveDuplicateOd},
+      {L"ZARVEL_HAS_NO_OD", kFlags, commandHasNoOd},
+      {L"ZARVEL_HAS_SPECIFIC_VALUES", kFlags, commandNotAvailable},
+      {L"ZARVEL_RM", kFlags, commandRm},
+      {L"ZARVEL_RM_ALL", kFlags, commandRmAll},
+      {L"ZARVEL_COPY_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_COPY_VALUE", kFlags, commandNotAvailable},
+      {L"ZARVEL_COPY_OD_VALUE", kFlags, commandNotAvailable},
+      {L"ZARVEL_COPY_ALL", kFlags, commandNotAvailable},
+      {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandNotAvailable},
+      {L"ZARVEL_ADEATTACHDATA", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETTEXT", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETID", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETPROP", kFlags, commandNotAvailable},
+      {L"ZARVEL_REPLACE", kFlags, commandNotAvailable},
+      {L"ZARVEL_2POLY", kFlags, commandNotAvailable},
+      {L"ZARVEL_ADDVAL", kFlags, commandNotAvailable},
+      {L"ZARVEL_ADDVAL_OD2OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_23DPOLY", kFlags, commandNotAvailable},
+      {L"ZARVEL_RMUNUSED", kFlags, commandNotAvailable},
+      {L"ZARVEL_STAT", kFlags, commandNotAvailable},
+      {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
+      {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
+      {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},
+      {L"ZARVEL_EXPL", kFlags, commandNotAvailable},
+      {L"ZARVEL_TRANSLATE", kFlags, commandNotAvailable},
+      {L"ZARVEL_LOAD_ATTRS", kFlags, commandNotAvailable},
+      {L"ZARVEL_STORE_ATTRS", kFlags, commandNotAvailable},
+      {L"ZARVEL_ATTR_TEMPLATE", kFlags, commandNotAvailable},
+  };
+  return table;
+}
+
+}  // namespace zarvel

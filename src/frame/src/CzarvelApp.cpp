@@ -1,0 +1,125 @@
+// Load and unload of the module, and the static tables of entries that the
+// application framework carries by default.
+#include "frame/CzarvelApp.h"
+
+#include "oddata/Port.h"
+#include "oddata/Selection.h"
+
+namespace zarvel {
+namespace {
+
+using platform::AppPacket;
+using platform::kRetOk;
+namespace CommandFlags = platform::CommandFlags;
+
+void myCommand() {}
+void myPickFirst() { (void)impliedSelection(); }
+void mySessionCmd() {}
+int myLispFunction() { return 5100; }  // RTNORM, and no value
+
+struct StaticCommand {
+  const wchar_t* group;
+  const wchar_t* globalName;
+  const wchar_t* localName;
+  int flags;
+  platform::CommandFunction handler;
+};
+
+const StaticCommand kStaticCommands[] = {
+    {L"MyGroup", L"MyCommand", L"MyCommandLocal", CommandFlags::kModal, myCommand},
+    {L"MyGroup", L"MyPickFirst", L"MyPickFirstLocal", CommandFlags::kUsePickSet, myPickFirst},
+    {L"MyGroup", L"MySessionCmd", L"MySessionCmdLocal", CommandFlags::kSession, mySessionCmd},
+};
+
+struct LispEntry {
+  const wchar_t* name;
+  int (*handler)();
+};
+
+const LispEntry kLispEntries[] = {{L"MyLispFunction", myLispFunction}};
+
+platform::Host* hostOf(void* packet) {
+  return packet != nullptr ? static_cast<AppPacket*>(packet)->host : nullptr;
+}
+
+}  // namespace
+
+CzarvelApp& theApp() {
+  static CzarvelApp app;
+  return app;
+}
+
+int CzarvelApp::dispatch(unsigned message, void* packet) {
+  switch (message) {
+    case platform::AppMsg::kInitApp: return onInitApp(packet);
+    case platform::AppMsg::kUnloadApp: return onUnloadApp(packet);
+    case platform::AppMsg::kLoadDwg: return onLoadDwg(packet);
+    case platform::AppMsg::kUnloadDwg: return onUnloadDwg(packet);
+    case platform::AppMsg::kInvokeSubr: return onInvokeSubr(packet);
+    default: return kRetOk;
+  }
+}
+
+int CzarvelApp::onInitApp(void* packet) {
+  platform::Host* host = hostOf(packet);
+  if (host == nullptr) return platform::kRetError;
+  moduleInstance_ = static_cast<AppPacket*>(packet)->moduleHandle;
+  setPort(host, moduleInstance_);
+  if (unlockFlag_) host->dynamicLinker().unlockApplication(packet);
+  if (mdiAware_) host->dynamicLinker().registerAppMDIAware(packet);
+  for (const StaticCommand& c : kStaticCommands) {
+    void* resources = (c.flags & CommandFlags::kSession) != 0 ? nullptr : moduleInstance_;
+    host->commandStack().addCommand(c.group, c.globalName, c.localName, c.flags, c.handler,
+                                    resources);
+  }
+  // Nothing else happens at load: palettes, reactors and tables wait for the
+  // first command that needs them.
+  for (const CommandEntry& c : commandTable()) {
+    host->commandStack().addCommand(kCommandGroup, c.globalName, c.globalName, c.flags,
+                                    c.handler, nullptr);
+  }
+  return kRetOk;
+}
+
+int CzarvelApp::onUnloadApp(void* /*packet*/) {
+  if (!hasPort()) return kRetOk;
+  platform::Host& host = port();
+  host.commandStack().removeGroup(kCommandGroup);
+  for (const StaticCommand& c : kStaticCommands) {
+    host.commandStack().removeCommand(c.group, c.globalName);
+  }
+  setPort(nullptr);
+  return kRetOk;
+}
+
+int CzarvelApp::onLoadDwg(void* /*packet*/) {
+  if (!hasPort()) return kRetOk;
+  for (int i = 0; i < static_cast<int>(std::size(kLispEntries)); ++i) {
+    port().defineFunction(kLispEntries[i].name, i);
+  }
+  return kRetOk;
+}
+
+int CzarvelApp::onUnloadDwg(void* /*packet*/) {
+  if (!hasPort()) return kRetOk;
+  for (int i = 0; i < static_cast<int>(std::size(kLispEntries)); ++i) {
+    port().undefineFunction(kLispEntries[i].name, i);
+  }
+  return kRetOk;
+}
+
+int CzarvelApp::onInvokeSubr(void* /*packet*/) {
+  if (!hasPort()) return kRetOk;
+  const int index = port().functionCode();
+  if (index >= 0 && index < static_cast<int>(std::size(kLispEntries))) kLispEntries[index].handler();
+  return kRetOk;
+}
+
+int entryPoint(unsigned message, void* packet) {
+  if (message > platform::AppMsg::kLast) return 0;
+  return theApp().dispatch(message, packet);
+}
+
+int apiVersion() { return platform::kApiVersion; }
+
+}  // namespace zarvel

@@ -1,0 +1,196 @@
+// The drawing database: object storage, layers, blocks, entities and undo.
+// Object Data tables and records are in DatabaseOd.cpp.
+#include "db/Database.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "platform/Text.h"
+
+namespace host {
+
+const wchar_t* kindName(EntityKind kind) {
+  switch (kind) {
+    case EntityKind::Point: return L"POINT";
+    case EntityKind::Line: return L"LINE";
+    case EntityKind::LwPolyline: return L"LWPOLYLINE";
+    case EntityKind::Circle: return L"CIRCLE";
+    case EntityKind::Text: return L"TEXT";
+  }
+  return L"ENTITY";
+}
+
+Database::Database() {
+  headerId_ = addObject(std::make_unique<DatabaseHeader>());
+  auto model = std::make_unique<BlockRecord>();
+  model->name = L"*Model_Space";
+  modelSpaceId_ = addObject(std::move(model));
+  auto paper = std::make_unique<BlockRecord>();
+  paper->name = L"*Paper_Space";
+  paperSpaceId_ = addObject(std::move(paper));
+  blockIds_ = {modelSpaceId_, paperSpaceId_};
+  const ObjectId layer0 = addLayer(L"0");
+  DatabaseHeader& h = modifyHeader();
+  h.currentLayer = layer0;
+  h.currentSpace = modelSpaceId_;
+}
+
+Database::~Database() = default;
+
+const DbObject* Database::object(ObjectId id) const {
+  if (id.isNull() || id.value() > objects_.size()) return nullptr;
+  return objects_[id.value() - 1].get();
+}
+
+DbObject* Database::objectForWrite(ObjectId id) {
+  if (id.isNull() || id.value() > objects_.size()) return nullptr;
+  DbObject* o = slot(id).get();
+  if (o != nullptr && undo_.recording() && o->undoStamp != undo_.stamp()) {
+    o->undoStamp = undo_.stamp();
+    undo_.save(id, *o);
+  }
+  return o;
+}
+
+ObjectId Database::addObject(std::unique_ptr<DbObject> object) {
+  object->handle = handleSeed_++;
+  object->undoStamp = undo_.stamp();
+  objects_.push_back(std::move(object));
+  const ObjectId id(objects_.size());
+  if (handleIndexBuilt_) handleIndex_[objects_.back()->handle] = id;
+  if (undo_.recording()) undo_.saveCreation(id);
+  return id;
+}
+
+ObjectId Database::idOfHandle(Handle handle) const {
+  // Built on first use: most drawings never look a handle up, and the index
+  // would cost more memory than the objects it points to.
+  if (!handleIndexBuilt_) {
+    handleIndex_.reserve(objects_.size());
+    for (std::size_t i = 0; i < objects_.size(); ++i) {
+      if (objects_[i]) handleIndex_[objects_[i]->handle] = ObjectId(i + 1);
+    }
+    handleIndexBuilt_ = true;
+  }
+  auto it = handleIndex_.find(handle);
+  if (it == handleIndex_.end() || object(it->second) == nullptr) return {};
+  return it->second;
+}
+
+std::vector<ObjectId> Database::layerIds() const {
+  std::vector<ObjectId> ids;
+  for (ObjectId id : layerIds_) {
+    const Layer* l = get<Layer>(id);
+    if (l != nullptr && !l->erased) ids.push_back(id);
+  }
+  return ids;
+}
+
+ObjectId Database::findLayer(const std::wstring& name) const {
+  ObjectId folded;
+  for (ObjectId id : layerIds()) {
+    const std::wstring& n = get<Layer>(id)->name;
+    if (n == name) return id;
+    if (folded.isNull() && platform::equalsIgnoreCase(n, name)) folded = id;
+  }
+  return folded;
+}
+
+ObjectId Database::addLayer(const std::wstring& name) {
+  auto layer = std::make_unique<Layer>();
+  layer->name = name;
+  const ObjectId id = addObject(std::move(layer));
+  layerIds_.push_back(id);
+  return id;
+}
+
+ObjectId Database::findBlock(const std::wstring& name) const {
+  for (ObjectId id : blockIds_) {
+    const BlockRecord* b = get<BlockRecord>(id);
+    if (b != nullptr && !b->erased && platform::equalsIgnoreCase(b->name, name)) return id;
+  }
+  return {};
+}
+
+std::vector<ObjectId> Database::blockEntities(ObjectId block) const {
+  std::vector<ObjectId> ids;
+  auto it = blockContents_.find(block.value());
+  if (it == blockContents_.end()) return ids;
+  ids.reserve(it->second.size());
+  for (ObjectId id : it->second) {
+    if (entity(id) != nullptr) ids.push_back(id);
+  }
+  return ids;
+}
+
+std::size_t Database::blockSlotCount(ObjectId block) const {
+  auto it = blockContents_.find(block.value());
+  return it == blockContents_.end() ? 0 : it->second.size();
+}
+
+ObjectId Database::addEntity(std::unique_ptr<Entity> entity, ObjectId block) {
+  assert(get<BlockRecord>(block) != nullptr);
+  entity->owner = block;
+  if (entity->layer.isNull()) entity->layer = currentLayer();
+  const ObjectId id = addObject(std::move(entity));
+  blockContents_[block.value()].push_back(id);
+  return id;
+}
+
+const Entity* Database::entity(ObjectId id) const {
+  const Entity* e = get<Entity>(id);
+  return e != nullptr && !e->erased ? e : nullptr;
+}
+
+void Database::eraseEntity(ObjectId id) {
+  if (entity(id) == nullptr) return;
+  modify<Entity>(id)->erased = true;
+}
+
+void Database::setOpenFailure(ObjectId id, bool fails) {
+  if (fails) {
+    openFailures_.insert(id);
+  } else {
+    openFailures_.erase(id);
+  }
+}
+
+const Entity* Database::openEntity(ObjectId id) const {
+  return failsToOpen(id) ? nullptr : entity(id);
+}
+
+std::vector<std::wstring> Database::undoSteps(int count) {
+  std::vector<std::wstring> names;
+  auto& done = undo_.done();
+  for (int i = 0; i < count && !done.empty(); ++i) {
+    UndoJournal::Step step = std::move(done.back());
+    done.pop_back();
+    for (auto it = step.changes.rbegin(); it != step.changes.rend(); ++it) {
+      std::swap(slot(it->id), it->saved);
+    }
+    names.push_back(step.name);
+    undo_.undone().push_back(std::move(step));
+  }
+  handleIndexBuilt_ = false;
+  handleIndex_.clear();
+  bumpOdGeneration();
+  return names;
+}
+
+std::vector<std::wstring> Database::redoSteps(int count) {
+  std::vector<std::wstring> names;
+  auto& undone = undo_.undone();
+  for (int i = 0; i < count && !undone.empty(); ++i) {
+    UndoJournal::Step step = std::move(undone.back());
+    undone.pop_back();
+    for (auto& change : step.changes) std::swap(slot(change.id), change.saved);
+    names.push_back(step.name);
+    undo_.done().push_back(std::move(step));
+  }
+  handleIndexBuilt_ = false;
+  handleIndex_.clear();
+  bumpOdGeneration();
+  return names;
+}
+
+}  // namespace host

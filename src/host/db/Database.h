@@ -1,0 +1,128 @@
+// The drawing database of our host: objects by id and handle, layers, the two
+// spaces, entities, Object Data tables and records, and undo.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "db/Entities.h"
+#include "db/Objects.h"
+#include "db/UndoJournal.h"
+
+namespace host {
+
+class Database {
+ public:
+  // A new drawing: layer "0" (current), model space (current) and paper space.
+  Database();
+  ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  // --- Objects -------------------------------------------------------------
+  // The object of an id, erased ones included; null for ids that name nothing.
+  const DbObject* object(ObjectId id) const;
+  template <typename T>
+  const T* get(ObjectId id) const {
+    const DbObject* o = object(id);
+    return o != nullptr && o->type() == T::kObjectType ? static_cast<const T*>(o) : nullptr;
+  }
+  // The object for change: saved for undo first when a step is open.
+  template <typename T>
+  T* modify(ObjectId id) {
+    DbObject* o = objectForWrite(id);
+    return o != nullptr && o->type() == T::kObjectType ? static_cast<T*>(o) : nullptr;
+  }
+  ObjectId idOfHandle(Handle handle) const;
+  Handle nextHandle() const { return handleSeed_; }
+  // Number of id slots handed out, for walks over every object.
+  std::uint64_t idCount() const { return objects_.size(); }
+
+  const DatabaseHeader& header() const { return *get<DatabaseHeader>(headerId_); }
+  DatabaseHeader& modifyHeader() { return *modify<DatabaseHeader>(headerId_); }
+
+  // --- Layers --------------------------------------------------------------
+  // Layers in table order.
+  std::vector<ObjectId> layerIds() const;
+  // Exact name first, else the first match ignoring case; null if none.
+  ObjectId findLayer(const std::wstring& name) const;
+  ObjectId addLayer(const std::wstring& name);
+  ObjectId currentLayer() const { return header().currentLayer; }
+
+  // --- Blocks and entities ---------------------------------------------------
+  ObjectId modelSpace() const { return modelSpaceId_; }
+  ObjectId paperSpace() const { return paperSpaceId_; }
+  ObjectId findBlock(const std::wstring& name) const;
+  // Entity ids of a block in its order, erased ones left out.
+  std::vector<ObjectId> blockEntities(ObjectId block) const;
+  std::size_t blockSlotCount(ObjectId block) const;
+
+  // Adds an entity to a block; a null layer becomes the current layer.
+  ObjectId addEntity(std::unique_ptr<Entity> entity, ObjectId block);
+  // The entity of an id, null if it is none or erased.
+  const Entity* entity(ObjectId id) const;
+  void eraseEntity(ObjectId id);
+
+  // Fault injection: an entity that fails to open, as a damaged one would.
+  void setOpenFailure(ObjectId id, bool fails);
+  bool failsToOpen(ObjectId id) const { return !openFailures_.empty() && openFailures_.count(id) > 0; }
+  // The entity as an open for read sees it: null if erased, missing or failing.
+  const Entity* openEntity(ObjectId id) const;
+
+  // --- Object Data -----------------------------------------------------------
+  // Tables in creation order.
+  std::vector<ObjectId> odTableIds() const;
+  const OdTableObject* odTable(ObjectId id) const { return get<OdTableObject>(id); }
+  const OdTableObject* odTableAt(std::uint32_t index) const;
+  ObjectId findOdTable(const std::wstring& name) const;
+  // Null when a table of exactly that name exists.
+  ObjectId createOdTable(const std::wstring& name, const platform::OdTableDef& definition);
+  bool removeOdTable(ObjectId table);
+  bool renameOdTable(ObjectId table, const std::wstring& newName);
+  bool updateOdTableDefinition(ObjectId table, const platform::OdTableDef& definition);
+
+  // The records of an entity; null when it has none.
+  const OdRecordList* odRecords(ObjectId entity) const;
+  // The records for change; creates the extension dictionary if needed.
+  OdRecordList* modifyOdRecords(ObjectId entity);
+  // Values completed with the columns' defaults, cut to the columns' count and
+  // converted to the columns' types.
+  static std::vector<platform::OdValue> conformValues(const platform::OdTableDef& definition,
+                                                      std::vector<platform::OdValue> values);
+  // Changes whenever any record or table changes, so iterators can revalidate.
+  std::uint64_t odGeneration() const { return odGeneration_; }
+  void bumpOdGeneration() { ++odGeneration_; }
+
+  // --- Undo ------------------------------------------------------------------
+  UndoJournal& undo() { return undo_; }
+  const UndoJournal& undo() const { return undo_; }
+  // Undoes or redoes whole steps; returns the names of the steps done.
+  std::vector<std::wstring> undoSteps(int count);
+  std::vector<std::wstring> redoSteps(int count);
+
+ private:
+  DbObject* objectForWrite(ObjectId id);
+  ObjectId addObject(std::unique_ptr<DbObject> object);
+  std::unique_ptr<DbObject>& slot(ObjectId id) { return objects_[id.value() - 1]; }
+
+  std::vector<std::unique_ptr<DbObject>> objects_;
+  Handle handleSeed_ = 1;
+  mutable std::unordered_map<Handle, ObjectId> handleIndex_;
+  mutable bool handleIndexBuilt_ = false;
+  ObjectId headerId_;
+  ObjectId modelSpaceId_;
+  ObjectId paperSpaceId_;
+  std::vector<ObjectId> layerIds_;
+  std::vector<ObjectId> blockIds_;
+  std::unordered_map<std::uint64_t, std::vector<ObjectId>> blockContents_;
+  std::vector<ObjectId> odTableIds_;
+  std::unordered_set<ObjectId> openFailures_;
+  std::uint64_t odGeneration_ = 0;
+  UndoJournal undo_;
+};
+
+}  // namespace host

@@ -1,0 +1,95 @@
+// The objects of a drawing database other than entities: the header, layers,
+// block records, Object Data table definitions and extension dictionaries.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "db/OdRecordList.h"
+#include "platform/ObjectId.h"
+#include "platform/OdTypes.h"
+
+namespace host {
+
+using platform::ObjectId;
+using Handle = std::uint64_t;
+
+enum class ObjectType : std::uint8_t { Header, Layer, BlockRecord, OdTable, ExtDictionary, Entity };
+
+// Every object has a handle, an owner and possibly an extension dictionary.
+// Objects are copied whole for undo, so they stay small and cheap to clone.
+class DbObject {
+ public:
+  explicit DbObject(ObjectType type) : type_(type) {}
+  virtual ~DbObject() = default;
+  virtual std::unique_ptr<DbObject> clone() const = 0;
+
+  ObjectType type() const { return type_; }
+
+  Handle handle = 0;
+  ObjectId owner;
+  ObjectId xdict;
+  bool erased = false;
+  // The undo step that last saved this object, so a step saves it once.
+  std::uint32_t undoStamp = 0;
+
+ protected:
+  DbObject(const DbObject&) = default;
+  DbObject& operator=(const DbObject&) = default;
+
+ private:
+  ObjectType type_;
+};
+
+template <typename Derived, ObjectType kType>
+class DbObjectOf : public DbObject {
+ public:
+  static constexpr ObjectType kObjectType = kType;
+  DbObjectOf() : DbObject(kType) {}
+  std::unique_ptr<DbObject> clone() const override {
+    return std::make_unique<Derived>(static_cast<const Derived&>(*this));
+  }
+};
+
+// Drawing-wide settings that undo restores with everything else.
+class DatabaseHeader : public DbObjectOf<DatabaseHeader, ObjectType::Header> {
+ public:
+  ObjectId currentLayer;
+  ObjectId currentSpace;
+  short luprec = 4;
+  double textSize = 2.5;
+};
+
+class Layer : public DbObjectOf<Layer, ObjectType::Layer> {
+ public:
+  std::wstring name;
+  short color = 7;
+  bool frozen = false;
+  bool locked = false;
+  bool off = false;
+  bool hidden = false;
+};
+
+class BlockRecord : public DbObjectOf<BlockRecord, ObjectType::BlockRecord> {
+ public:
+  std::wstring name;
+};
+
+// The definition of one Object Data table. Records refer to it by index.
+class OdTableObject : public DbObjectOf<OdTableObject, ObjectType::OdTable> {
+ public:
+  std::wstring name;
+  platform::OdTableDef definition;
+  std::uint32_t index = 0;
+};
+
+// An entity's extension dictionary. Its ZARVEL_OD entry, an xrecord with the
+// entity's Object Data records, is held inline; the xrecord keeps its own handle.
+class ExtDictionary : public DbObjectOf<ExtDictionary, ObjectType::ExtDictionary> {
+ public:
+  Handle odHandle = 0;
+  OdRecordList od;
+};
+
+}  // namespace host

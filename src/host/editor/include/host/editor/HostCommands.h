@@ -1,0 +1,17 @@
+// The host's own commands, registered into a session.
+#pragma once
+
+namespace host {
+
+class Session;
+
+void registerHostCommands(Session& session);
+
+// One group each, in src/commands/.
+void registerLayerCommands(Session& session);
+void registerObjectDataCommands(Session& session);
+void registerDrawCommands(Session& session);
+void registerEditCommands(Session& session);
+void registerSessionCommands(Session& session);
+
+}  // namespace host

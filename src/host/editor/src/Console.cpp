@@ -1,0 +1,39 @@
+// The script console: answers from a stream, prompts and answers echoed.
+#include "host/editor/Console.h"
+
+#include "platform/Text.h"
+
+namespace host {
+
+void ScriptConsole::print(const std::wstring& text) {
+  out_ << platform::toUtf8(text);
+}
+
+void ScriptConsole::showCancelled(const std::wstring& prompt) {
+  out_ << platform::toUtf8(prompt) << "*Cancel*\n";
+  out_.flush();
+}
+
+std::optional<std::wstring> ScriptConsole::read(const std::wstring& prompt,
+                                                const std::vector<std::wstring>& /*completions*/) {
+  // Whatever a command printed so far belongs before this prompt, also when
+  // the transcript is interleaved with messages on another stream.
+  out_.flush();
+  std::string line;
+  // The line is read before the prompt is written, so that a script that runs
+  // out leaves no dangling prompt; the caller decides how to show that.
+  if (!std::getline(in_, line)) return std::nullopt;
+  if (firstLine_) {
+    firstLine_ = false;
+    // Editors on some systems start UTF-8 files with a byte order mark.
+    if (line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+  }
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  std::wstring answer = platform::fromUtf8(line);
+  // Echo the decoded answer so that a transcript is valid UTF-8 even when the
+  // script was not.
+  out_ << platform::toUtf8(prompt + answer) << '\n';
+  return answer;
+}
+
+}  // namespace host

@@ -1,0 +1,349 @@
+// Dialog models and message boxes as prompts.
+#include "host/editor/PromptUi.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "host/editor/AnswerParsing.h"
+
+namespace host {
+
+using platform::ControlKind;
+using platform::DialogControl;
+using platform::DialogModel;
+using platform::PromptStatus;
+
+namespace {
+
+enum class Outcome { Kept, Changed, Cancelled };
+
+const wchar_t* const kYes = L"Yes";
+const wchar_t* const kNo = L"No";
+
+bool isAsked(const DialogControl& control) {
+  if (!control.enabled || !control.visible) return false;
+  switch (control.kind) {
+    case ControlKind::Button:
+      return false;
+    case ControlKind::ListBox:
+    case ControlKind::ComboBox:
+      // Nothing to choose from.
+      return !control.items.empty();
+    case ControlKind::CheckBox:
+    case ControlKind::Edit:
+      return true;
+  }
+  return false;
+}
+
+// The chosen item of a combo box or single-select list, -1 for none.
+int chosenItem(const DialogControl& control) {
+  const int count = static_cast<int>(control.items.size());
+  if (control.kind == ControlKind::ComboBox) {
+    return control.current >= 0 && control.current < count ? control.current : -1;
+  }
+  for (int i = 0; i < count && i < static_cast<int>(control.selected.size()); ++i) {
+    if (control.selected[static_cast<std::size_t>(i)]) return i;
+  }
+  return -1;
+}
+
+// The selection flags of a list, one per item whatever the model left.
+std::vector<bool> selectionFlags(const DialogControl& control) {
+  std::vector<bool> flags = control.selected;
+  flags.resize(control.items.size(), false);
+  return flags;
+}
+
+std::wstring selectionText(const DialogControl& control) {
+  const std::vector<bool> flags = selectionFlags(control);
+  std::wstring text;
+  for (std::size_t i = 0; i < flags.size(); ++i) {
+    if (!flags[i]) continue;
+    if (!text.empty()) text += L',';
+    text += control.items[i];
+  }
+  return text.empty() ? L"-" : text;
+}
+
+std::wstring withoutMnemonics(const std::wstring& label) {
+  std::wstring text;
+  for (std::size_t i = 0; i < label.size(); ++i) {
+    if (label[i] != L'&') {
+      text += label[i];
+    } else if (i + 1 < label.size() && label[i + 1] == L'&') {
+      text += L'&';  // "&&" is how a window label writes a literal ampersand
+      ++i;
+    }
+  }
+  return text;
+}
+
+class ControlAsker {
+ public:
+  explicit ControlAsker(Prompter& prompter) : prompter_(prompter) {}
+
+  Outcome ask(DialogControl& control) {
+    switch (control.kind) {
+      case ControlKind::CheckBox:
+        return askCheckBox(control);
+      case ControlKind::ComboBox:
+        return askChoice(control);
+      case ControlKind::ListBox:
+        return control.multiSelect ? askMultiSelect(control) : askChoice(control);
+      case ControlKind::Edit:
+        return askEdit(control);
+      case ControlKind::Button:
+        break;
+    }
+    return Outcome::Kept;
+  }
+
+ private:
+  Outcome askCheckBox(DialogControl& control) {
+    const std::wstring current = control.checked ? kYes : kNo;
+    const Keywords keywords = {kYes, kNo};
+    const platform::StringReply reply = prompter_.getKeyword(
+        keywordPrompt(promptLabel(control), keywords, current), keywords, current);
+    if (reply.status != PromptStatus::Normal) return Outcome::Cancelled;
+    const bool checked = reply.text == kYes;
+    if (checked == control.checked) return Outcome::Kept;
+    control.checked = checked;
+    return Outcome::Changed;
+  }
+
+  Outcome askChoice(DialogControl& control) {
+    const std::wstring label = promptLabel(control);
+    const int current = chosenItem(control);
+    std::optional<std::wstring> shown;
+    if (current >= 0) shown = control.items[static_cast<std::size_t>(current)];
+    const std::wstring prompt = keywordPrompt(label, control.items, shown);
+    for (;;) {
+      const platform::StringReply reply = prompter_.ask(prompt, control.items);
+      if (reply.status == PromptStatus::Cancel) return Outcome::Cancelled;
+      if (reply.status == PromptStatus::None) return Outcome::Kept;
+      const int chosen = itemIndex(control, label, reply.text);
+      if (chosen < 0) continue;
+      if (chosen == current) return Outcome::Kept;
+      if (control.kind == ControlKind::ComboBox) {
+        control.current = chosen;
+      } else {
+        control.selected.assign(control.items.size(), false);
+        control.selected[static_cast<std::size_t>(chosen)] = true;
+      }
+      return Outcome::Changed;
+    }
+  }
+
+  Outcome askMultiSelect(DialogControl& control) {
+    const std::wstring label = promptLabel(control);
+    const std::wstring prompt = keywordPrompt(label, control.items, selectionText(control));
+    for (;;) {
+      const platform::StringReply reply = prompter_.ask(prompt, control.items);
+      if (reply.status == PromptStatus::Cancel) return Outcome::Cancelled;
+      if (reply.status == PromptStatus::None) return Outcome::Kept;
+      const std::optional<std::vector<bool>> flags = parseSelection(control, label, reply.text);
+      if (!flags) continue;
+      if (*flags == selectionFlags(control)) return Outcome::Kept;
+      control.selected = *flags;
+      return Outcome::Changed;
+    }
+  }
+
+  Outcome askEdit(DialogControl& control) {
+    const platform::StringReply reply =
+        prompter_.ask(promptLabel(control) + L" <" + control.text + L">: ");
+    if (reply.status == PromptStatus::Cancel) return Outcome::Cancelled;
+    if (reply.status == PromptStatus::None) return Outcome::Kept;
+    // Enter keeps the text, so emptying it needs a word of its own.
+    const std::wstring text = trimBlanks(reply.text) == L"\"\"" ? std::wstring() : reply.text;
+    if (text == control.text) return Outcome::Kept;
+    control.text = text;
+    return Outcome::Changed;
+  }
+
+  // "*" for all, "-" for none, else item names separated by commas.
+  std::optional<std::vector<bool>> parseSelection(const DialogControl& control,
+                                                  const std::wstring& label,
+                                                  const std::wstring& answer) {
+    const std::wstring_view text = trimBlanks(answer);
+    std::vector<bool> flags(control.items.size(), text == L"*");
+    if (text == L"*" || text == L"-") return flags;
+    std::size_t start = 0;
+    for (;;) {
+      const std::size_t comma = text.find(L',', start);
+      const std::wstring_view name = trimBlanks(text.substr(start, comma - start));
+      if (!name.empty()) {
+        const int index = itemIndex(control, label, name);
+        if (index < 0) return std::nullopt;
+        flags[static_cast<std::size_t>(index)] = true;
+      }
+      if (comma == std::wstring_view::npos) break;
+      start = comma + 1;
+    }
+    return flags;
+  }
+
+  // The item so named, or -1 after saying that there is none.
+  int itemIndex(const DialogControl& control, const std::wstring& label, std::wstring_view answer) {
+    const std::wstring_view name = trimBlanks(answer);
+    const int index = findName(name, control.items);
+    if (index < 0) prompter_.print(label + L" has no item '" + std::wstring(name) + L"'.\n");
+    return index;
+  }
+
+  Prompter& prompter_;
+};
+
+// Where to go on after a change to the control of that id: past it, found
+// anew, since the change may have added or removed controls.
+std::size_t positionAfter(const DialogModel& dialog, int id, std::size_t previous) {
+  const std::vector<DialogControl>& controls = dialog.controls();
+  for (std::size_t i = 0; i < controls.size(); ++i) {
+    if (controls[i].id == id) return i + 1;
+  }
+  return previous;
+}
+
+// The buttons that close the dialog as they are offered: the default first.
+struct Action {
+  std::vector<int> ids;
+  Keywords labels;
+  std::optional<std::wstring> defaultLabel;
+};
+
+Action closingButtons(const DialogModel& dialog) {
+  Action action;
+  const DialogControl* defaultButton = nullptr;
+  const DialogControl* okButton = nullptr;
+  std::vector<const DialogControl*> buttons;
+  for (const DialogControl& control : dialog.controls()) {
+    if (control.kind != ControlKind::Button || !control.closes || !control.enabled ||
+        !control.visible) {
+      continue;
+    }
+    if (control.isDefault && defaultButton == nullptr) {
+      defaultButton = &control;
+    } else {
+      buttons.push_back(&control);
+    }
+    if (control.id == platform::kIdOk && okButton == nullptr) okButton = &control;
+  }
+  // Without a marked default, Enter presses OK as it does in a window.
+  if (defaultButton == nullptr) defaultButton = okButton;
+  if (defaultButton != nullptr) {
+    action.ids.push_back(defaultButton->id);
+    action.labels.push_back(promptLabel(*defaultButton));
+    action.defaultLabel = action.labels.front();
+  }
+  for (const DialogControl* button : buttons) {
+    if (button == defaultButton) continue;
+    action.ids.push_back(button->id);
+    action.labels.push_back(promptLabel(*button));
+  }
+  return action;
+}
+
+int cancelDialog(DialogModel& dialog) {
+  for (const DialogControl& control : dialog.controls()) {
+    if (control.kind == ControlKind::Button && control.id == platform::kIdCancel) {
+      // The model may want to undo what its controls did; it cannot refuse.
+      dialog.onButton(platform::kIdCancel);
+      break;
+    }
+  }
+  return platform::kIdCancel;
+}
+
+// The buttons of a message box and the one Cancel (or Enter) stands for: the
+// answer that changes nothing.
+struct BoxButtons {
+  struct Choice {
+    const wchar_t* keyword;
+    int id;
+  };
+  std::vector<Choice> choices;
+  int onCancel;
+};
+
+BoxButtons boxButtons(int flags) {
+  switch (flags & 0xF) {
+    case platform::kMbYesNo:
+      return {{{kYes, platform::kIdYes}, {kNo, platform::kIdNo}}, platform::kIdNo};
+    case platform::kMbOkCancel:
+      return {{{L"OK", platform::kIdOk}, {L"Cancel", platform::kIdCancel}}, platform::kIdCancel};
+    case platform::kMbYesNoCancel:
+      return {{{kYes, platform::kIdYes}, {kNo, platform::kIdNo}, {L"Cancel", platform::kIdCancel}},
+              platform::kIdCancel};
+    default:
+      // A box with an OK button only, also for button sets no caller uses.
+      return {{{L"OK", platform::kIdOk}}, platform::kIdOk};
+  }
+}
+
+}  // namespace
+
+std::wstring promptLabel(const DialogControl& control) {
+  std::wstring label = withoutMnemonics(control.promptName());
+  std::wstring_view text = trimBlanks(label);
+  if (!text.empty() && text.back() == L':') text = trimBlanks(text.substr(0, text.size() - 1));
+  return std::wstring(text);
+}
+
+int PromptUi::runModal(DialogModel& dialog) {
+  dialog.onInit();
+  ControlAsker asker(prompter_);
+  for (;;) {
+    std::size_t i = 0;
+    while (i < dialog.controls().size()) {
+      DialogControl& control = dialog.controls()[i];
+      if (!isAsked(control)) {
+        ++i;
+        continue;
+      }
+      const int id = control.id;
+      const Outcome outcome = asker.ask(control);
+      if (outcome == Outcome::Cancelled) return cancelDialog(dialog);
+      if (outcome == Outcome::Kept) {
+        ++i;
+        continue;
+      }
+      dialog.onChange(id);
+      i = positionAfter(dialog, id, i);
+    }
+
+    const Action action = closingButtons(dialog);
+    // Only Esc closes a dialog without closing buttons.
+    if (action.ids.empty()) return cancelDialog(dialog);
+    const std::wstring prompt = keywordPrompt(L"Action", action.labels, action.defaultLabel);
+    platform::StringReply reply;
+    do {
+      reply = prompter_.getKeyword(prompt, action.labels, action.defaultLabel);
+    } while (reply.status == PromptStatus::None);
+    if (reply.status != PromptStatus::Normal) return cancelDialog(dialog);
+    const int button = action.ids[static_cast<std::size_t>(findName(reply.text, action.labels))];
+    if (dialog.onButton(button)) return button;
+  }
+}
+
+int PromptUi::messageBox(const std::wstring& text, const std::wstring& caption, int flags) {
+  if (!caption.empty()) prompter_.print(L"** " + caption + L" **\n");
+  std::wstring body = text;
+  while (!body.empty() && (body.back() == L'\n' || body.back() == L'\r')) body.pop_back();
+  prompter_.print(body + L"\n");
+
+  const BoxButtons buttons = boxButtons(flags);
+  Keywords keywords;
+  std::optional<std::wstring> defaultKeyword;
+  for (const BoxButtons::Choice& choice : buttons.choices) {
+    keywords.emplace_back(choice.keyword);
+    if (choice.id == buttons.onCancel) defaultKeyword = choice.keyword;
+  }
+  const platform::StringReply reply =
+      prompter_.getKeyword(keywordPrompt(L"", keywords, defaultKeyword), keywords, defaultKeyword);
+  if (reply.status != PromptStatus::Normal) return buttons.onCancel;
+  return buttons.choices[static_cast<std::size_t>(findName(reply.text, keywords))].id;
+}
+
+}  // namespace host

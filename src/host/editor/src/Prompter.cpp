@@ -1,0 +1,172 @@
+// The host's prompt conventions.
+#include "host/editor/Prompter.h"
+
+#include <utility>
+
+#include "host/editor/AnswerParsing.h"
+
+namespace host {
+
+using platform::PromptStatus;
+
+std::wstring keywordPrompt(const std::wstring& message, const Keywords& keywords,
+                           const std::optional<std::wstring>& defaultKeyword) {
+  std::wstring prompt = message;
+  if (!prompt.empty()) prompt += L' ';
+  prompt += L'[';
+  for (std::size_t i = 0; i < keywords.size(); ++i) {
+    if (i > 0) prompt += L'/';
+    prompt += keywords[i];
+  }
+  prompt += L']';
+  if (defaultKeyword) prompt += L" <" + *defaultKeyword + L'>';
+  prompt += L": ";
+  return prompt;
+}
+
+platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions) {
+  std::optional<std::wstring> line = console_.readAnswer(prompt, completions);
+  if (!line) {
+    // A script that stops in the middle of a command reads as a cancel of it.
+    inputEnded_ = true;
+    console_.showCancelled(prompt);
+    return {PromptStatus::Cancel, {}};
+  }
+  if (isCancelAnswer(*line)) return {PromptStatus::Cancel, {}};
+  // A blank line is Enter, as the space bar is at the host's prompts.
+  if (trimBlanks(*line).empty()) return {PromptStatus::None, {}};
+  return {PromptStatus::Normal, std::move(*line)};
+}
+
+std::optional<platform::StringReply> Prompter::getCommand(const std::wstring& prompt,
+                                                          const Keywords& commandNames) {
+  std::optional<std::wstring> line = console_.readAnswer(prompt, commandNames);
+  if (!line) {
+    inputEnded_ = true;
+    return std::nullopt;
+  }
+  if (isCancelAnswer(*line)) return platform::StringReply{PromptStatus::Cancel, {}};
+  const std::wstring_view name = trimBlanks(*line);
+  if (name.empty()) return platform::StringReply{PromptStatus::None, {}};
+  return platform::StringReply{PromptStatus::Normal, std::wstring(name)};
+}
+
+platform::StringReply Prompter::getString(const std::wstring& prompt, bool allowSpaces) {
+  platform::StringReply reply = ask(prompt);
+  if (reply.status == PromptStatus::None) return {PromptStatus::Normal, {}};
+  if (reply.status == PromptStatus::Normal && !allowSpaces) {
+    std::size_t end = 0;
+    while (end < reply.text.size() && !isBlank(reply.text[end])) ++end;
+    reply.text.resize(end);
+  }
+  return reply;
+}
+
+void Prompter::complainAboutKeyword(const std::wstring& answer, const Keywords& keywords,
+                                    const std::vector<int>& candidates) {
+  if (candidates.size() < 2) {
+    console_.print(L"Invalid option keyword.\n");
+    return;
+  }
+  std::wstring text = L"Ambiguous keyword '" + std::wstring(trimBlanks(answer)) + L"': could be ";
+  for (std::size_t i = 0; i < candidates.size(); ++i) {
+    if (i > 0) text += i + 1 == candidates.size() ? L" or " : L", ";
+    text += keywords[static_cast<std::size_t>(candidates[i])];
+  }
+  console_.print(text + L".\n");
+}
+
+platform::StringReply Prompter::getKeyword(const std::wstring& prompt, const Keywords& keywords,
+                                           const std::optional<std::wstring>& defaultKeyword) {
+  for (;;) {
+    platform::StringReply reply = ask(prompt, keywords);
+    if (reply.status == PromptStatus::Cancel) return reply;
+    if (reply.status == PromptStatus::None) {
+      if (defaultKeyword) return {PromptStatus::Normal, *defaultKeyword};
+      return reply;
+    }
+    const KeywordMatch match = matchKeyword(reply.text, keywords);
+    if (match.found()) {
+      return {PromptStatus::Normal, keywords[static_cast<std::size_t>(match.index)]};
+    }
+    complainAboutKeyword(reply.text, keywords, match.candidates);
+  }
+}
+
+Answer<bool> Prompter::getYesNo(const std::wstring& prompt, std::optional<bool> defaultValue) {
+  std::optional<std::wstring> defaultKeyword;
+  if (defaultValue) defaultKeyword = *defaultValue ? L"Yes" : L"No";
+  const platform::StringReply reply = getKeyword(prompt, {L"Yes", L"No"}, defaultKeyword);
+  Answer<bool> answer;
+  answer.status = reply.status;
+  answer.value = reply.status == PromptStatus::Normal && reply.text == L"Yes";
+  return answer;
+}
+
+template <typename T, typename Parse>
+Answer<T> Prompter::getValue(const std::wstring& prompt, const Keywords& keywords,
+                             std::optional<T> defaultValue, Parse parse, const wchar_t* complaint) {
+  for (;;) {
+    const platform::StringReply reply = ask(prompt, keywords);
+    Answer<T> answer;
+    answer.status = reply.status;
+    if (reply.status == PromptStatus::Cancel) return answer;
+    if (reply.status == PromptStatus::None) {
+      if (defaultValue) {
+        answer.status = PromptStatus::Normal;
+        answer.value = *defaultValue;
+      }
+      return answer;
+    }
+    if (const auto value = parse(reply.text)) {
+      answer.value = *value;
+      return answer;
+    }
+    if (keywords.empty()) {
+      console_.print(std::wstring(complaint) + L".\n");
+      continue;
+    }
+    const KeywordMatch match = matchKeyword(reply.text, keywords);
+    if (match.found()) {
+      answer.status = PromptStatus::Keyword;
+      answer.keyword = keywords[static_cast<std::size_t>(match.index)];
+      return answer;
+    }
+    if (match.ambiguous()) {
+      complainAboutKeyword(reply.text, keywords, match.candidates);
+    } else {
+      console_.print(std::wstring(complaint) + L" or option keyword.\n");
+    }
+  }
+}
+
+Answer<platform::Point3d> Prompter::getPoint(const std::wstring& prompt, const Keywords& keywords) {
+  return getValue<platform::Point3d>(prompt, keywords, std::nullopt, parsePoint, L"Invalid point");
+}
+
+Answer<double> Prompter::getReal(const std::wstring& prompt, std::optional<double> defaultValue,
+                                 const Keywords& keywords) {
+  return getValue<double>(prompt, keywords, defaultValue, parseReal, L"Requires a real value");
+}
+
+Answer<int> Prompter::getInt(const std::wstring& prompt, std::optional<int> defaultValue,
+                             const Keywords& keywords) {
+  return getValue<int>(prompt, keywords, defaultValue, parseInt, L"Requires an integer value");
+}
+
+Answer<std::vector<SelectionItem>> Prompter::getSelection(const std::wstring& prompt) {
+  for (;;) {
+    platform::StringReply reply = ask(prompt);
+    Answer<std::vector<SelectionItem>> answer;
+    answer.status = reply.status;
+    if (reply.status != PromptStatus::Normal) return answer;
+    SelectionParse parse = parseSelection(reply.text);
+    if (parse.ok()) {
+      answer.value = std::move(parse.items);
+      return answer;
+    }
+    console_.print(parse.error + L"\n");
+  }
+}
+
+}  // namespace host

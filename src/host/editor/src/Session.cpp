@@ -1,0 +1,279 @@
+// The session: command dispatch with one undo step per command, the pick-first
+// rules, and the port roles a loaded module calls.
+#include "host/editor/Session.h"
+
+#include <algorithm>
+
+#include "host/editor/AnswerParsing.h"
+#include "host/editor/SelectionResolver.h"
+#include "platform/Text.h"
+
+namespace host {
+
+using platform::PromptStatus;
+
+Session::Session(Console& console)
+    : prompter_(console), ui_(prompter_), document_(std::make_unique<Document>()) {}
+
+Session::~Session() { unloadModule(); }
+
+std::optional<std::wstring> Session::loadModule(const std::filesystem::path& path) {
+  if (auto error = plugin_.load(path, *this)) return error;
+  if (plugin_.send(platform::AppMsg::kInitApp) != platform::kRetOk) {
+    plugin_.unload();
+    return L"The module " + path.wstring() + L" refused to load.";
+  }
+  plugin_.send(platform::AppMsg::kLoadDwg);
+  return std::nullopt;
+}
+
+void Session::unloadModule() {
+  if (!plugin_.isLoaded()) return;
+  plugin_.send(platform::AppMsg::kUnloadDwg);
+  plugin_.unload();
+}
+
+void Session::addHostCommand(HostCommand command) {
+  std::wstring key = command.name;
+  hostCommands_[key] = std::move(command);
+}
+
+std::vector<std::wstring> Session::commandNames() const {
+  std::vector<std::wstring> names;
+  for (const auto& [name, command] : hostCommands_) names.push_back(name);
+  for (const auto& [name, command] : moduleCommands_) names.push_back(command.globalName);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::wstring Session::normalizeCommand(const std::wstring& text) {
+  std::wstring_view name = trimBlanks(text);
+  while (!name.empty() && (name.front() == L'_' || name.front() == L'.')) name.remove_prefix(1);
+  std::wstring upper(name);
+  for (wchar_t& c : upper) {
+    if (c >= L'a' && c <= L'z') c = static_cast<wchar_t>(c - L'a' + L'A');
+  }
+  return upper;
+}
+
+void Session::run() {
+  while (!quitting_) {
+    std::optional<platform::StringReply> line = prompter_.getCommand(L"Command: ", commandNames());
+    if (!line) break;
+    if (line->status != PromptStatus::Normal || line->text.empty()) continue;
+    if (!runCommand(line->text)) {
+      print(L"Unknown command \"" + normalizeCommand(line->text) +
+            L"\". Type HELP for a list of commands.\n");
+    }
+    if (prompter_.inputEnded()) break;
+  }
+}
+
+void Session::runUndoable(const std::wstring& name, bool recordsUndo,
+                          const std::function<void()>& body) {
+  Database& database = db();
+  const bool outermost = commandDepth_ == 0;
+  const bool opensStep = outermost && recordsUndo;
+  if (outermost) pickFirstSetByCommand_ = false;
+  if (opensStep) database.undo().begin(name);
+  ++commandDepth_;
+  body();
+  --commandDepth_;
+  if (opensStep) database.undo().end();
+  if (outermost) {
+    // What was selected before a command is used up by it, unless the command
+    // chose a new selection itself.
+    if (!pickFirstSetByCommand_) document_->pickFirst.clear();
+    resourceStack_.clear();
+    document_->lockCount = 0;
+  }
+}
+
+bool Session::runCommand(const std::wstring& text) {
+  const std::wstring name = normalizeCommand(text);
+  if (auto host = hostCommands_.find(name); host != hostCommands_.end()) {
+    const HostCommand command = host->second;
+    runUndoable(name, command.recordsUndo, [&] { command.run(*this); });
+    return true;
+  }
+  if (auto module = moduleCommands_.find(name); module != moduleCommands_.end()) {
+    const platform::CommandFunction handler = module->second.handler;
+    runUndoable(name, true, [&] { handler(); });
+    return true;
+  }
+  return false;
+}
+
+std::optional<std::vector<ObjectId>> Session::selectForCommand(bool usePickFirst) {
+  if (usePickFirst) {
+    std::vector<ObjectId> ids = impliedSelection();
+    if (!ids.empty()) return ids;
+  }
+  platform::SelectionReply reply = selectObjects();
+  if (reply.status == PromptStatus::Cancel) return std::nullopt;
+  return std::move(reply.ids);
+}
+
+// --- Editor -----------------------------------------------------------------
+
+std::vector<ObjectId> Session::impliedSelection() {
+  std::vector<ObjectId> ids;
+  for (ObjectId id : document_->pickFirst) {
+    if (db().entity(id) != nullptr) ids.push_back(id);
+  }
+  return ids;
+}
+
+platform::SelectionReply Session::selectObjects() {
+  std::vector<ObjectId> chosen;
+  bool firstLine = true;
+  for (;;) {
+    Answer<std::vector<SelectionItem>> line = prompter_.getSelection(L"Select objects: ");
+    if (line.status == PromptStatus::Cancel) {
+      // Esc also drops whatever was highlighted.
+      document_->pickFirst.clear();
+      return {PromptStatus::Cancel, {}};
+    }
+    if (line.status != PromptStatus::Normal) break;
+    int found = 0;
+    int removed = 0;
+    bool adding = false;
+    bool removing = false;
+    for (const SelectionItem& item : line.value) {
+      const std::vector<ObjectId> ids = resolveSelectionItem(*document_, item);
+      if (item.add) {
+        adding = true;
+        for (ObjectId id : ids) {
+          ++found;
+          if (std::find(chosen.begin(), chosen.end(), id) == chosen.end()) chosen.push_back(id);
+        }
+      } else {
+        removing = true;
+        for (ObjectId id : ids) {
+          auto it = std::find(chosen.begin(), chosen.end(), id);
+          if (it != chosen.end()) {
+            chosen.erase(it);
+            ++removed;
+          }
+        }
+      }
+    }
+    std::wstring report;
+    if (adding) report = std::to_wstring(found) + L" found";
+    if (removing) report += (report.empty() ? L"" : L", ") + std::to_wstring(removed) + L" removed";
+    if (!firstLine) report += L", " + std::to_wstring(chosen.size()) + L" total";
+    print(report + L"\n");
+    firstLine = false;
+  }
+  if (!chosen.empty()) document_->previous = chosen;
+  return {PromptStatus::Normal, std::move(chosen)};
+}
+
+void Session::setPickFirst(const std::vector<ObjectId>& ids) {
+  document_->pickFirst = ids;
+  pickFirstSetByCommand_ = true;
+}
+
+platform::StringReply Session::getString(const std::wstring& prompt, bool allowSpaces) {
+  return prompter_.getString(prompt, allowSpaces);
+}
+
+platform::EntityReply Session::getEntity(const std::wstring& prompt) {
+  platform::StringReply reply = prompter_.ask(prompt);
+  if (reply.status != PromptStatus::Normal) return {reply.status, {}, {}};
+  const std::wstring_view text = trimBlanks(reply.text);
+  ObjectId id;
+  platform::Point3d at;
+  if (auto point = parsePoint(text)) {
+    at = *point;
+    id = pickEntityAt(db(), at);
+  } else {
+    std::wstring_view handleText = text;
+    if (!handleText.empty() && handleText.front() == L'#') handleText.remove_prefix(1);
+    if (auto handle = parseHandle(handleText)) {
+      id = db().idOfHandle(*handle);
+      if (db().entity(id) == nullptr) id = ObjectId();
+    }
+  }
+  if (id.isNull()) return {PromptStatus::Error, {}, at};
+  return {PromptStatus::Normal, id, at};
+}
+
+platform::PointReply Session::getPoint(const std::wstring& prompt) {
+  Answer<platform::Point3d> answer = prompter_.getPoint(prompt);
+  return {answer.status, answer.value};
+}
+
+platform::IntReply Session::getInt(const std::wstring& prompt) {
+  Answer<int> answer = prompter_.getInt(prompt);
+  return {answer.status, answer.value};
+}
+
+std::optional<platform::SysVarValue> Session::getVar(const std::wstring& name) const {
+  if (platform::equalsIgnoreCase(name, L"LUPREC")) {
+    return platform::SysVarValue(document_->db.header().luprec);
+  }
+  return std::nullopt;
+}
+
+platform::Status Session::setVar(const std::wstring& name, const platform::SysVarValue& value) {
+  if (platform::equalsIgnoreCase(name, L"LUPREC") && std::holds_alternative<short>(value)) {
+    const short v = std::get<short>(value);
+    if (v < 0 || v > 8) return platform::kFailed;
+    db().modifyHeader().luprec = v;
+    return platform::kOk;
+  }
+  return platform::kFailed;
+}
+
+// --- Documents ----------------------------------------------------------------
+
+void Session::popResourceHandle() {
+  if (!resourceStack_.empty()) resourceStack_.pop_back();
+}
+
+platform::Status Session::lockDocument(platform::LockMode) {
+  ++document_->lockCount;
+  return platform::kOk;
+}
+
+platform::Status Session::unlockDocument() {
+  if (document_->lockCount == 0) return platform::kFailed;
+  --document_->lockCount;
+  return platform::kOk;
+}
+
+// --- Command stack --------------------------------------------------------------
+
+platform::Status Session::addCommand(const std::wstring& group, const std::wstring& globalName,
+                                     const std::wstring&, int flags,
+                                     platform::CommandFunction handler, void*) {
+  const std::wstring key = normalizeCommand(globalName);
+  if (key.empty() || handler == nullptr || moduleCommands_.count(key) > 0) {
+    return platform::kFailed;
+  }
+  moduleCommands_[key] = ModuleCommand{group, globalName, flags, handler};
+  return platform::kOk;
+}
+
+platform::Status Session::removeCommand(const std::wstring& group, const std::wstring& globalName) {
+  auto it = moduleCommands_.find(normalizeCommand(globalName));
+  if (it == moduleCommands_.end() || it->second.group != group) return platform::kFailed;
+  moduleCommands_.erase(it);
+  return platform::kOk;
+}
+
+platform::Status Session::removeGroup(const std::wstring& group) {
+  bool any = false;
+  for (auto it = moduleCommands_.begin(); it != moduleCommands_.end();) {
+    if (it->second.group == group) {
+      it = moduleCommands_.erase(it);
+      any = true;
+    } else {
+      ++it;
+    }
+  }
+  return any ? platform::kOk : platform::kFailed;
+}
+
+}  // namespace host

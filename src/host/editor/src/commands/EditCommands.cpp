@@ -1,0 +1,131 @@
+// SELECT, ERASE, LIST and FAILOPEN: working with selections of entities.
+#include <cmath>
+
+#include "db/PortDrawing.h"
+#include "host/editor/CommandHelpers.h"
+#include "host/editor/HostCommands.h"
+#include "host/editor/Session.h"
+#include "geometry/EntityGeometry.h"
+#include "platform/Text.h"
+
+namespace host {
+namespace {
+
+using platform::PromptStatus;
+
+void selectCommand(Session& s) {
+  platform::SelectionReply reply = s.selectObjects();
+  if (reply.status == PromptStatus::Cancel) return;
+  s.setPickFirst(reply.ids);
+}
+
+bool onLockedLayer(const Database& db, ObjectId id) {
+  const Layer* layer = db.get<Layer>(db.entity(id)->layer);
+  return layer != nullptr && layer->locked;
+}
+
+void eraseCommand(Session& s) {
+  const auto ids = s.selectForCommand(true);
+  if (!ids) return;
+  Database& db = s.db();
+  int locked = 0;
+  for (ObjectId id : *ids) {
+    if (onLockedLayer(db, id)) {
+      ++locked;
+    } else {
+      db.eraseEntity(id);
+    }
+  }
+  if (locked > 0) {
+    s.print(std::to_wstring(locked) + (locked == 1 ? L" was" : L" were") + L" on a locked layer.\n");
+  }
+}
+
+void listGeometry(Session& s, const Entity& e) {
+  const Database& db = s.db();
+  auto line = [&](const std::wstring& text) { s.print(L"  " + text + L"\n"); };
+  switch (e.kind()) {
+    case EntityKind::Point:
+      line(L"at point: " + formatPoint(db, static_cast<const PointEntity&>(e).position));
+      break;
+    case EntityKind::Line: {
+      const auto& l = static_cast<const LineEntity&>(e);
+      line(L"from point: " + formatPoint(db, l.start));
+      line(L"to point: " + formatPoint(db, l.end));
+      line(L"length: " + formatReal(db, std::sqrt(std::pow(l.end.x - l.start.x, 2) +
+                                                  std::pow(l.end.y - l.start.y, 2) +
+                                                  std::pow(l.end.z - l.start.z, 2))));
+      break;
+    }
+    case EntityKind::Circle: {
+      const auto& c = static_cast<const CircleEntity&>(e);
+      line(L"center point: " + formatPoint(db, c.center));
+      line(L"radius: " + formatReal(db, c.radius));
+      break;
+    }
+    case EntityKind::LwPolyline: {
+      const auto& pl = static_cast<const LwPolylineEntity&>(e);
+      line(pl.closed ? L"closed" : L"open");
+      line(L"elevation: " + formatReal(db, pl.elevation));
+      for (const LwVertex& v : pl.vertices) {
+        std::wstring text = L"vertex: X=" + formatReal(db, v.x) + L" Y=" + formatReal(db, v.y);
+        if (v.bulge != 0.0) text += L" bulge=" + formatReal(db, v.bulge);
+        line(text);
+      }
+      break;
+    }
+    case EntityKind::Text: {
+      const auto& t = static_cast<const TextEntity&>(e);
+      line(L"text: \"" + t.text + L"\"");
+      line(L"start point: " + formatPoint(db, t.position));
+      line(L"height: " + formatReal(db, t.height));
+      line(L"rotation: " + formatReal(db, t.rotation * 180.0 / 3.14159265358979323846));
+      break;
+    }
+  }
+}
+
+void listCommand(Session& s) {
+  const auto ids = s.selectForCommand(true);
+  if (!ids) return;
+  const Database& db = s.db();
+  for (ObjectId id : *ids) {
+    const Entity* e = db.entity(id);
+    if (e == nullptr) continue;
+    const Layer* layer = db.get<Layer>(e->layer);
+    s.print(std::wstring(kindName(e->kind())) + L"  Layer: \"" +
+            (layer != nullptr ? layer->name : L"") + L"\"  Space: " +
+            (e->owner == db.modelSpace() ? L"Model space" : L"Paper space") + L"  Handle = " +
+            handleToText(e->handle) + L"\n");
+    listGeometry(s, *e);
+    if (const OdRecordList* od = db.odRecords(id)) {
+      s.print(L"  Object Data records: " + std::to_wstring(od->count()) + L"\n");
+    }
+  }
+}
+
+// Makes entities fail to open, or open again, so that the paths a damaged
+// drawing takes can be tried.
+void failOpenCommand(Session& s) {
+  const platform::StringReply option =
+      s.prompter().getKeyword(L"Enter an option [On/Off] <On>: ", {L"On", L"Off"}, L"On");
+  if (option.status != PromptStatus::Normal) return;
+  platform::SelectionReply reply = s.selectObjects();
+  if (reply.status == PromptStatus::Cancel) return;
+  const bool fail = option.text == L"On";
+  for (ObjectId id : reply.ids) s.db().setOpenFailure(id, fail);
+  s.print(std::to_wstring(reply.ids.size()) +
+          (fail ? L" object(s) will fail to open.\n" : L" object(s) open normally.\n"));
+}
+
+}  // namespace
+
+void registerEditCommands(Session& session) {
+  session.addHostCommand({L"SELECT", selectCommand, true, L"selects entities (pick-first set)"});
+  session.addHostCommand({L"ERASE", eraseCommand, true, L"erases entities"});
+  session.addHostCommand({L"LIST", listCommand, true, L"lists entities"});
+  session.addHostCommand(
+      {L"FAILOPEN", failOpenCommand, false, L"makes entities fail to open, for testing"});
+}
+
+}  // namespace host

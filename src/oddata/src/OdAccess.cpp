@@ -1,0 +1,264 @@
+// The record helpers shared by all commands.
+#include "oddata/OdAccess.h"
+
+#include <memory>
+#include <set>
+
+#include "oddata/Port.h"
+#include "oddata/Selection.h"
+#include "oddata/ValueText.h"
+
+namespace zarvel {
+
+using platform::OpenMode;
+
+OdContainer& getODContainer() { return port().project().odContainer(); }
+
+bool isUserTable(std::wstring name) {
+  static const wchar_t* const kSystemPrefixes[] = {L"TPMCNTR_", L"TPMDESC_", L"TPMID_",
+                                                   L"TPMLINK_", L"TPMNODE_", L"CNTR_"};
+  for (const wchar_t* prefix : kSystemPrefixes) {
+    if (name.find(prefix) == 0) return false;
+  }
+  return true;
+}
+
+std::vector<std::wstring> tableNamesOfEntity(OdContainer& container, ObjectId entity) {
+  std::vector<std::wstring> names;
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Read, true);
+  for (it->start(); !it->isDone(); it->next()) names.push_back(it->recordTableName());
+  return names;
+}
+
+std::vector<std::wstring> userTableNamesOfEntity(OdContainer& container, ObjectId entity) {
+  std::vector<std::wstring> names;
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Read, true);
+  for (; !it->isDone(); it->next()) {
+    if (isUserTable(it->recordTableName())) names.push_back(it->recordTableName());
+  }
+  return names;
+}
+
+int countUserRecordsOfEntity(platform::OdRecordIterator& iterator, ObjectId entity) {
+  int count = 0;
+  iterator.init(entity, OpenMode::Read, false);
+  for (iterator.start(); !iterator.isDone(); iterator.next()) {
+    if (isUserTable(iterator.recordTableName())) ++count;
+  }
+  return count;
+}
+
+std::vector<OdRecord> recordsOfEntity(OdContainer& container, ObjectId entity) {
+  std::vector<OdRecord> records;
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Read, true);
+  for (; !it->isDone(); it->next()) {
+    OdRecord record;
+    it->getRecord(record);
+    records.push_back(std::move(record));
+  }
+  return records;
+}
+
+std::vector<OdValue> valuesOfEntityTable(OdContainer& container, const std::wstring& table,
+                                         ObjectId entity) {
+  std::vector<OdValue> values;
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Read, true);
+  OdRecord record;
+  for (; !it->isDone(); it->next()) {
+    if (it->recordTableName() != table) continue;
+    it->getRecord(record);
+    values.insert(values.end(), record.values().begin(), record.values().end());
+  }
+  return values;
+}
+
+bool hasRecordOfTable(OdContainer& container, ObjectId entity, const std::wstring& table) {
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Read, true);
+  for (; !it->isDone(); it->next()) {
+    if (it->recordTableName() == table) return true;
+  }
+  return false;
+}
+
+bool hasRecordOfTableCurrent(ObjectId entity, const std::wstring& table) {
+  return hasRecordOfTable(getODContainer(), entity, table);
+}
+
+int removeRecordsOfTable(OdContainer& container, const std::wstring& table, ObjectId entity) {
+  int count = 0;
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Write, true);
+  // The step after a removal passes over the record that moved up; the callers
+  // rely on exactly this walk.
+  for (; !it->isDone(); it->next()) {
+    if (it->recordTableName() == table) {
+      it->removeRecord();
+      ++count;
+    }
+  }
+  return count;
+}
+
+namespace {
+
+bool attachRecord(OdContainer& container, const std::wstring& table, ObjectId entity,
+                  bool withDefaults) {
+  std::unique_ptr<platform::OdTable> t = container.getTable(table);
+  if (!t) return false;
+  OdRecord record;
+  if (withDefaults) t->initRecord(record);
+  t->addRecord(record, entity);
+  return true;
+}
+
+}  // namespace
+
+bool attachDefaultRecord(OdContainer& container, const std::wstring& table, ObjectId entity) {
+  return attachRecord(container, table, entity, true);
+}
+
+bool attachBlankRecord(OdContainer& container, const std::wstring& table, ObjectId entity) {
+  return attachRecord(container, table, entity, false);
+}
+
+void copyRecords(ObjectId target, ObjectId source, OdContainer& container, bool skipSystem) {
+  auto it = container.newIterator();
+  if (it->init(source, OpenMode::Read, true) != platform::kOk) return;
+  OdRecord record;
+  for (; !it->isDone(); it->next()) {
+    if (it->getRecord(record) != platform::kOk) continue;
+    std::unique_ptr<platform::OdTable> table = container.getTable(record.tableName());
+    if (!table) continue;
+    if (skipSystem && !isUserTable(record.tableName())) continue;
+    table->addRecord(record, target);
+  }
+}
+
+int removeDuplicateRecords(OdContainer& container, ObjectId entity, bool removeFirst) {
+  std::vector<std::wstring> names = tableNamesOfEntity(container, entity);
+  if (names.empty()) return 0;
+
+  // Each repeated table once, spelled as its first occurrence, in the order in
+  // which the repetitions are found.
+  std::vector<std::wstring> repeated;
+  std::vector<std::wstring> repeatedLower;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::wstring lower = toLowerCopy(names[i]);
+    for (std::size_t j = i + 1; j < names.size();) {
+      if (toLowerCopy(names[j]) != lower) {
+        ++j;
+        continue;
+      }
+      if (!containsText(repeatedLower, lower)) {
+        repeated.push_back(names[i]);
+        repeatedLower.push_back(lower);
+      }
+      names.erase(names.begin() + static_cast<std::ptrdiff_t>(j));
+    }
+  }
+
+  for (std::size_t r = 0; r < repeated.size(); ++r) {
+    std::unique_ptr<platform::OdTable> table = container.getTable(repeated[r]);
+    if (!table) continue;
+    auto it = table->newIterator();
+    std::vector<int> positions;
+    it->init(entity, OpenMode::Read, true);
+    for (int pos = 0; !it->isDone(); it->next(), ++pos) {
+      if (toLowerCopy(it->recordTableName()) == repeatedLower[r]) positions.push_back(pos);
+    }
+    while (positions.size() > 1) {
+      const int target = removeFirst ? positions.front() : positions.back();
+      if (removeFirst) {
+        positions.erase(positions.begin());
+        for (int& p : positions) --p;
+      } else {
+        positions.pop_back();
+      }
+      it->init(entity, OpenMode::Write, true);
+      for (int pos = 0; !it->isDone(); it->next(), ++pos) {
+        if (pos == target) {
+          it->removeRecord();
+          break;
+        }
+      }
+    }
+  }
+  return static_cast<int>(repeated.size());
+}
+
+std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
+                                         bool userTablesOnly) {
+  OdContainer& container = getODContainer();
+  std::set<std::wstring> names;
+  auto gather = [&](const std::vector<ObjectId>& ids) {
+    auto it = container.newIterator();
+    for (ObjectId id : ids) {
+      it->init(id, OpenMode::Read, true);
+      for (it->start(); !it->isDone(); it->next()) names.insert(it->recordTableName());
+    }
+  };
+  if (!entities.empty()) {
+    gather(entities);
+  } else {
+    std::vector<ObjectId> ids = modelSpaceEntities();
+    dropUnavailableEntities(ids);
+    if (ids.size() > kTableListWalkLimit) {
+      std::vector<std::wstring> all = port().project().tableNames(7);
+      std::vector<std::wstring> result;
+      for (auto& name : all) {
+        if (!userTablesOnly || isUserTable(name)) result.push_back(std::move(name));
+      }
+      return result;
+    }
+    gather(ids);
+  }
+  std::vector<std::wstring> result;
+  for (const auto& name : names) {
+    if (!userTablesOnly || isUserTable(name)) result.push_back(name);
+  }
+  return result;
+}
+
+std::vector<std::wstring> allTableNames(bool userTablesOnly) {
+  return listTableNames({}, userTablesOnly);
+}
+
+int removeTables(const std::vector<std::wstring>& names) {
+  OdContainer& container = getODContainer();
+  int removed = 0;
+  for (const auto& name : names) {
+    if (container.removeTable(name) == platform::kOk) ++removed;
+  }
+  return removed;
+}
+
+int checkFieldPair(const std::wstring& table, const std::wstring& first,
+                   const std::wstring& second) {
+  std::unique_ptr<platform::OdTable> t = getODContainer().getTable(table);
+  if (!t) return 1;
+  const platform::OdTableDef def = t->definition();
+  if (def.count() == 0) return 2;
+  // Walks every column so that, for a name given twice, the later column wins.
+  int firstIndex = -1;
+  int secondIndex = -1;
+  for (int i = 0; i < def.count(); ++i) {
+    if (def.column(i).name == first) firstIndex = i;
+    if (def.column(i).name == second) secondIndex = i;
+  }
+  if (firstIndex < 0 || secondIndex < 0) return 2;
+  return def.column(firstIndex).type == def.column(secondIndex).type ? 0 : 3;
+}
+
+bool containsText(const std::vector<std::wstring>& names, const std::wstring& text) {
+  for (const auto& name : names) {
+    if (name == text) return true;
+  }
+  return false;
+}
+
+}  // namespace zarvel

@@ -1,0 +1,108 @@
+// The scope of a command: selections, the filter of unusable entities, and
+// the pick-first set.
+#include "oddata/Selection.h"
+
+#include <set>
+
+#include "oddata/Port.h"
+
+namespace zarvel {
+
+std::vector<ObjectId> impliedSelection() { return port().editor().impliedSelection(); }
+
+std::vector<ObjectId> visibleImpliedSelection() {
+  std::vector<ObjectId> ids;
+  for (ObjectId id : impliedSelection()) {
+    if (isOnVisibleLayer(id)) ids.push_back(id);
+  }
+  return ids;
+}
+
+SelectionResult promptSelection() {
+  platform::SelectionReply reply = port().editor().selectObjects();
+  if (reply.status == platform::PromptStatus::Cancel) return {false, {}};
+  return {true, std::move(reply.ids)};
+}
+
+std::vector<ObjectId> modelSpaceEntities() {
+  platform::Drawing& drawing = port().drawing();
+  std::vector<ObjectId> ids = drawing.blockEntityIds(drawing.modelSpaceId());
+  std::size_t kept = 0;
+  for (ObjectId id : ids) {
+    if (drawing.canOpen(id)) ids[kept++] = id;
+  }
+  ids.resize(kept);
+  return ids;
+}
+
+void dropUnavailableEntities(std::vector<ObjectId>& ids) {
+  platform::Drawing& drawing = port().drawing();
+  std::set<ObjectId> usable;
+  for (const platform::LayerInfo& layer : drawing.layers()) {
+    if (!layer.frozen && !layer.hidden && !layer.locked && !layer.off) usable.insert(layer.id);
+  }
+  for (std::size_t i = 0; i < ids.size();) {
+    const std::optional<ObjectId> layer = drawing.entityLayerId(ids[i]);
+    if (!layer || usable.count(*layer) == 0) {
+      swapEraseId(ids, i);
+    } else {
+      ++i;
+    }
+  }
+}
+
+bool isOnVisibleLayer(ObjectId id) {
+  platform::Drawing& drawing = port().drawing();
+  const std::optional<std::wstring> name = drawing.entityLayerName(id);
+  if (!name) return false;
+  const std::optional<platform::LayerInfo> layer = drawing.layerByName(*name);
+  return layer && !layer->hidden && !layer->frozen && !layer->off;
+}
+
+void setPickFirst(const std::vector<ObjectId>& ids) { port().editor().setPickFirst(ids); }
+
+SelectionResult commandScope() {
+  SelectionResult scope{true, impliedSelection()};
+  if (scope.ids.empty()) {
+    scope = promptSelection();
+    if (!scope.ok) return scope;
+  }
+  if (scope.ids.empty()) scope.ids = modelSpaceEntities();
+  dropUnavailableEntities(scope.ids);
+  return scope;
+}
+
+void lockDoc() { port().documents().lockDocument(platform::LockMode::Write); }
+
+int unlockDoc() { return port().documents().unlockDocument(); }
+
+bool containsId(const std::vector<ObjectId>& ids, ObjectId id) {
+  for (ObjectId x : ids) {
+    if (x == id) return true;
+  }
+  return false;
+}
+
+void removeDuplicateIds(std::vector<ObjectId>& ids) {
+  std::vector<ObjectId> kept;
+  kept.reserve(ids.size());
+  for (ObjectId id : ids) {
+    if (!containsId(kept, id)) kept.push_back(id);
+  }
+  ids = std::move(kept);
+}
+
+void swapEraseId(std::vector<ObjectId>& ids, std::size_t index) {
+  ids[index] = ids.back();
+  ids.pop_back();
+}
+
+std::wstring handleTextOfId(ObjectId id) { return port().drawing().handleText(id); }
+
+std::vector<std::wstring> layerNames() {
+  std::vector<std::wstring> names;
+  for (const platform::LayerInfo& layer : port().drawing().layers()) names.push_back(layer.name);
+  return names;
+}
+
+}  // namespace zarvel

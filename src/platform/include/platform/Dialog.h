@@ -1,0 +1,96 @@
+// Toolkit-neutral dialogs. A module describes a dialog as a model: its
+// controls as data and its behaviour on each change. A host renders the model
+// (as windows, or as prompts on a command line) and reports changes back.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// Ids of the buttons that close a dialog by convention.
+inline constexpr int kIdOk = 1;
+inline constexpr int kIdCancel = 2;
+
+enum class ControlKind { ListBox, CheckBox, ComboBox, Edit, Button };
+
+struct DialogControl {
+  int id = 0;
+  ControlKind kind = ControlKind::Edit;
+  // The name under which a non-graphical renderer asks for the control when it
+  // has no visible label.
+  std::wstring name;
+  std::wstring label;
+  bool enabled = true;
+  bool visible = true;
+
+  // ListBox and ComboBox.
+  std::vector<std::wstring> items;
+  std::vector<bool> selected;  // ListBox: one flag per item
+  bool multiSelect = false;
+  bool sorted = false;  // the list keeps its items sorted, ignoring case
+  int current = -1;     // ComboBox: the chosen item, -1 for none
+
+  // CheckBox.
+  bool checked = false;
+  // Edit.
+  std::wstring text;
+  // Button.
+  bool closes = false;
+  bool isDefault = false;
+
+  // Replaces the items (sorting them if the list is sorted) and clears the selection.
+  void setItems(std::vector<std::wstring> newItems);
+  int selectedCount() const;
+  std::wstring promptName() const { return label.empty() ? name : label; }
+};
+
+class DialogModel {
+ public:
+  explicit DialogModel(std::wstring title) : title_(std::move(title)) {}
+  virtual ~DialogModel() = default;
+  DialogModel(const DialogModel&) = delete;
+  DialogModel& operator=(const DialogModel&) = delete;
+
+  const std::wstring& title() const { return title_; }
+  std::vector<DialogControl>& controls() { return controls_; }
+  const std::vector<DialogControl>& controls() const { return controls_; }
+  // The control of that id; a missing id is a programming error.
+  DialogControl& control(int id);
+  const DialogControl& control(int id) const;
+
+  // Called once before the dialog is shown.
+  virtual void onInit() {}
+  // Called after the user changed a control's value.
+  virtual void onChange(int /*controlId*/) {}
+  // Called when a button is pressed. True closes the dialog with that id; the
+  // default closes on the buttons marked as closing.
+  virtual bool onButton(int buttonId);
+
+ protected:
+  DialogControl& addControl(DialogControl control);
+
+ private:
+  std::wstring title_;
+  std::vector<DialogControl> controls_;
+};
+
+// Message box flags and answers, with the values the module passes.
+inline constexpr int kMbOk = 0x0;
+inline constexpr int kMbOkCancel = 0x1;
+inline constexpr int kMbYesNoCancel = 0x3;
+inline constexpr int kMbYesNo = 0x4;
+inline constexpr int kMbIconExclamation = 0x30;
+inline constexpr int kIdYes = 6;
+inline constexpr int kIdNo = 7;
+
+class Ui {
+ public:
+  virtual ~Ui() = default;
+  // Runs the dialog modally; the result is the id of the button that closed it
+  // (kIdCancel when the user cancelled).
+  virtual int runModal(DialogModel& dialog) = 0;
+  virtual int messageBox(const std::wstring& text, const std::wstring& caption, int flags) = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,48 @@
+// The drawing database as the module reads it: spaces, layers and entities.
+// Every query opens the object for read and closes it again; an object that
+// cannot be opened answers with an empty optional (or the empty string).
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ObjectId.h"
+
+namespace platform {
+
+struct LayerInfo {
+  ObjectId id;
+  std::wstring name;
+  bool frozen = false;
+  bool locked = false;
+  bool off = false;
+  bool hidden = false;
+};
+
+class Drawing {
+ public:
+  virtual ~Drawing() = default;
+
+  // Block table records of the two spaces.
+  virtual ObjectId modelSpaceId() const = 0;
+  virtual ObjectId paperSpaceId() const = 0;
+  // The block of that name, null if there is none.
+  virtual ObjectId blockIdByName(const std::wstring& name) const = 0;
+  // Ids of the entities of a block record in its iteration order; no entity is
+  // opened, so entities that would fail to open are included.
+  virtual std::vector<ObjectId> blockEntityIds(ObjectId block) const = 0;
+
+  // Whether the entity can be opened for read.
+  virtual bool canOpen(ObjectId entity) const = 0;
+  virtual std::optional<ObjectId> entityLayerId(ObjectId entity) const = 0;
+  virtual std::optional<std::wstring> entityLayerName(ObjectId entity) const = 0;
+  // The handle as upper-case hexadecimal text; empty if it won't open.
+  virtual std::wstring handleText(ObjectId object) const = 0;
+
+  // The layer table in its order.
+  virtual std::vector<LayerInfo> layers() const = 0;
+  virtual std::optional<LayerInfo> layerByName(const std::wstring& name) const = 0;
+};
+
+}  // namespace platform

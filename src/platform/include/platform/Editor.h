@@ -1,0 +1,76 @@
+// The editor of the current document: selections, prompts, printing and
+// system variables.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "platform/ObjectId.h"
+#include "platform/Status.h"
+
+namespace platform {
+
+struct SelectionReply {
+  PromptStatus status = PromptStatus::Normal;
+  std::vector<ObjectId> ids;
+};
+
+struct StringReply {
+  PromptStatus status = PromptStatus::Normal;
+  std::wstring text;
+};
+
+struct EntityReply {
+  PromptStatus status = PromptStatus::Normal;
+  ObjectId id;
+  Point3d pickPoint;
+};
+
+struct PointReply {
+  PromptStatus status = PromptStatus::Normal;
+  Point3d point;
+};
+
+struct IntReply {
+  PromptStatus status = PromptStatus::Normal;
+  int value = 0;
+};
+
+// A system variable's value: a 16-bit integer, a real or a text.
+using SysVarValue = std::variant<short, double, std::wstring>;
+
+class Editor {
+ public:
+  virtual ~Editor() = default;
+
+  // The pick-first set; empty when nothing is selected.
+  virtual std::vector<ObjectId> impliedSelection() = 0;
+  // Asks for objects with the host's own prompt. An empty answer is a normal
+  // reply with no ids; Esc is PromptStatus::Cancel.
+  virtual SelectionReply selectObjects() = 0;
+  // Replaces the pick-first set; an empty vector clears it.
+  virtual void setPickFirst(const std::vector<ObjectId>& ids) = 0;
+
+  // Enter gives PromptStatus::Normal with an empty text.
+  virtual StringReply getString(const std::wstring& prompt, bool allowSpaces) = 0;
+  virtual EntityReply getEntity(const std::wstring& prompt) = 0;
+  virtual PointReply getPoint(const std::wstring& prompt) = 0;
+  virtual IntReply getInt(const std::wstring& prompt) = 0;
+
+  // Prints to the command line as it stands; the text carries its own line feeds.
+  virtual void print(const std::wstring& text) = 0;
+
+  virtual std::optional<SysVarValue> getVar(const std::wstring& name) const = 0;
+  virtual Status setVar(const std::wstring& name, const SysVarValue& value) = 0;
+
+  // The status bar's progress meter.
+  virtual void startProgress(const std::wstring& /*label*/, int /*min*/, int /*max*/) {}
+  // A negative position moves the meter one step.
+  virtual void setProgress(int /*position*/) {}
+  virtual void restoreStatusBar() {}
+};
+
+}  // namespace platform

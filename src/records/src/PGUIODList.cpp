@@ -1,0 +1,69 @@
+// The "Detach OD" dialog model.
+#include "records/PGUIODList.h"
+
+#include <algorithm>
+
+namespace zarvel {
+
+using platform::ControlKind;
+using platform::DialogControl;
+
+PGUIODList::PGUIODList(std::vector<std::wstring>* names)
+    : platform::DialogModel(L"Detach OD"), names_(names) {
+  DialogControl list;
+  list.id = kIdTableList;
+  list.kind = ControlKind::ListBox;
+  list.name = L"Tables";
+  list.multiSelect = true;
+  list.sorted = true;
+  addControl(list);
+
+  DialogControl ok;
+  ok.id = platform::kIdOk;
+  ok.kind = ControlKind::Button;
+  ok.label = L"OK";
+  ok.closes = true;
+  ok.isDefault = true;
+  addControl(ok);
+
+  DialogControl cancel;
+  cancel.id = platform::kIdCancel;
+  cancel.kind = ControlKind::Button;
+  cancel.label = L"Cancel";
+  cancel.closes = true;
+  addControl(cancel);
+
+  DialogControl toggle;
+  toggle.id = kIdToggleAll;
+  toggle.kind = ControlKind::Button;
+  toggle.label = L"Select all/nothing";
+  addControl(toggle);
+}
+
+void PGUIODList::onInit() { control(kIdTableList).setItems(*names_); }
+
+bool PGUIODList::onButton(int buttonId) {
+  DialogControl& list = control(kIdTableList);
+  switch (buttonId) {
+    case platform::kIdOk: {
+      std::vector<std::wstring> kept;
+      for (std::size_t i = 0; i < list.items.size(); ++i) {
+        if (list.selected[i]) kept.push_back(list.items[i]);
+      }
+      auto unselected = [&kept](const std::wstring& name) {
+        return std::find(kept.begin(), kept.end(), name) == kept.end();
+      };
+      names_->erase(std::remove_if(names_->begin(), names_->end(), unselected), names_->end());
+      return true;
+    }
+    case kIdToggleAll: {
+      const bool selectAll = list.selectedCount() != static_cast<int>(list.items.size());
+      std::fill(list.selected.begin(), list.selected.end(), selectAll);
+      return false;
+    }
+    default:
+      return platform::DialogModel::onButton(buttonId);
+  }
+}
+
+}  // namespace zarvel

@@ -1,0 +1,123 @@
+// The record iterator's semantics, which the module's walks rely on.
+#include <gtest/gtest.h>
+
+#include "db/Database.h"
+#include "db/PortObjectData.h"
+
+namespace {
+
+using platform::kOk;
+using platform::ObjectId;
+using platform::OdRecord;
+using platform::OdType;
+using platform::OdValue;
+using platform::OpenMode;
+
+class RecordIteratorTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    platform::OdTableDef def;
+    def.columns = {{L"ID", OdType::Integer, L"", OdValue(-1)},
+                   {L"NAME", OdType::Character, L"", OdValue(L"none")}};
+    db.createOdTable(L"A", def);
+    db.createOdTable(L"B", def);
+    entity = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
+    for (int i = 1; i <= 5; ++i) add(i % 2 == 1 ? L"A" : L"B", i);  // A1 B2 A3 B4 A5
+  }
+  void add(const std::wstring& table, int id) {
+    OdRecord r(table, {OdValue(id), OdValue(L"n" + std::to_wstring(id))});
+    ASSERT_EQ(container.getTable(table)->addRecord(r, entity), kOk);
+  }
+  std::vector<int> ids(platform::OdRecordIterator& it) {
+    std::vector<int> out;
+    OdRecord r;
+    it.init(entity, OpenMode::Read, true);
+    for (; !it.isDone(); it.next()) {
+      it.getRecord(r);
+      out.push_back(r.value(0).asInt());
+    }
+    return out;
+  }
+
+  host::Database db;
+  host::DbOdContainer container{db};
+  ObjectId entity;
+};
+
+TEST_F(RecordIteratorTest, ContainerSeesAllAndATableOnlyItsOwnInOrder) {
+  auto all = container.newIterator();
+  EXPECT_EQ(ids(*all), (std::vector<int>{1, 2, 3, 4, 5}));
+  EXPECT_EQ(all->countRecords(), 5);
+  auto a = container.getTable(L"A")->newIterator();
+  EXPECT_EQ(ids(*a), (std::vector<int>{1, 3, 5}));
+  EXPECT_EQ(a->countRecords(), 3);
+  a->init(entity, OpenMode::Read, true);
+  a->next();
+  EXPECT_EQ(a->recordTableName(), L"A");
+}
+
+TEST_F(RecordIteratorTest, WithoutPositioningTheIteratorWaitsForStart) {
+  auto it = container.newIterator();
+  ASSERT_EQ(it->init(entity, OpenMode::Read, false), kOk);
+  EXPECT_TRUE(it->isDone());
+  EXPECT_EQ(it->countRecords(), 5);
+  it->start();
+  EXPECT_FALSE(it->isDone());
+  EXPECT_EQ(it->recordTableName(), L"A");
+}
+
+TEST_F(RecordIteratorTest, RemoveLeavesTheIteratorOnTheFollowingRecord) {
+  auto it = container.getTable(L"A")->newIterator();
+  it->init(entity, OpenMode::Write, true);
+  ASSERT_EQ(it->removeRecord(), kOk);  // A1 goes; now on A3
+  OdRecord r;
+  it->getRecord(r);
+  EXPECT_EQ(r.value(0).asInt(), 3);
+  it->next();  // skips A3 to A5
+  it->getRecord(r);
+  EXPECT_EQ(r.value(0).asInt(), 5);
+  auto all = container.newIterator();
+  EXPECT_EQ(ids(*all), (std::vector<int>{2, 3, 4, 5}));
+}
+
+TEST_F(RecordIteratorTest, UpdateWritesInPlaceAndConformsToTheColumns) {
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Write, true);
+  it->next();
+  ASSERT_EQ(it->updateRecord(OdRecord(L"ignored", {OdValue(2.9)})), kOk);
+  OdRecord r;
+  it->getRecord(r);
+  // A real in an integer column converts; the missing column takes its default.
+  EXPECT_EQ(r, OdRecord(L"B", {OdValue(2), OdValue(L"none")}));
+  it->updateRecord(OdRecord(L"B", {OdValue(7), OdValue(L"x"), OdValue(L"extra")}));
+  it->getRecord(r);
+  EXPECT_EQ(r.count(), 2);
+  auto all = container.newIterator();
+  EXPECT_EQ(ids(*all), (std::vector<int>{1, 7, 3, 4, 5}));
+}
+
+TEST_F(RecordIteratorTest, ReadModeRefusesChangesAndUnopenableEntitiesFailInit) {
+  auto it = container.newIterator();
+  it->init(entity, OpenMode::Read, true);
+  EXPECT_NE(it->removeRecord(), kOk);
+  EXPECT_NE(it->updateRecord(OdRecord(L"A", {})), kOk);
+  db.setOpenFailure(entity, true);
+  EXPECT_NE(it->init(entity, OpenMode::Read, true), kOk);
+  EXPECT_TRUE(it->isDone());
+  EXPECT_EQ(it->countRecords(), 0);
+  db.setOpenFailure(entity, false);
+  db.eraseEntity(entity);
+  EXPECT_NE(it->init(entity, OpenMode::Read, true), kOk);
+  EXPECT_NE(container.getTable(L"A")->addRecord(OdRecord(), entity), kOk);
+}
+
+TEST_F(RecordIteratorTest, AnEntityWithoutRecordsIsDoneAtOnce) {
+  const ObjectId bare = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
+  auto it = container.newIterator();
+  EXPECT_EQ(it->init(bare, OpenMode::Write, true), kOk);
+  EXPECT_TRUE(it->isDone());
+  EXPECT_EQ(it->countRecords(), 0);
+  EXPECT_EQ(it->recordTableName(), L"");
+}
+
+}  // namespace

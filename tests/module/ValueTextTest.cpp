@@ -1,0 +1,188 @@
+// Tests of the text form of values, its parsing, the star pattern and the
+// shared string helpers.
+#include "oddata/ValueText.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/Text.h"
+
+namespace zarvel {
+namespace {
+
+using platform::OdType;
+using platform::OdValue;
+using platform::Point3d;
+
+OdValue integer(std::int32_t v) {
+  return OdValue(v);
+}
+
+TEST(ValueTextTest, NumbersTakeTheLeadingNumberWithoutError) {
+  struct Case {
+    const wchar_t* text;
+    std::int32_t integer;
+    double real;
+  };
+  const Case cases[] = {
+      {L"12abc", 12, 12.0}, {L"abc", 0, 0.0}, {L"1.9", 1, 1.9},     {L"1,5", 1, 1.0},
+      {L" -7 ", -7, -7.0},  {L"", 0, 0.0},    {L"2.5e2", 2, 250.0}, {L"+.5", 0, 0.5},
+  };
+  for (const Case& c : cases) {
+    OdValue i = integer(99);
+    OdValue r(99.0);
+    EXPECT_TRUE(textToValue(i, c.text));
+    EXPECT_TRUE(textToValue(r, c.text));
+    EXPECT_EQ(i, integer(c.integer)) << "integer from \"" << platform::toUtf8(c.text) << '"';
+    EXPECT_EQ(r, OdValue(c.real)) << "real from \"" << platform::toUtf8(c.text) << '"';
+  }
+}
+
+TEST(ValueTextTest, ParsingKeepsTheType) {
+  OdValue text(L"old");
+  EXPECT_TRUE(textToValue(text, L" 42 "));
+  EXPECT_EQ(text, OdValue(L" 42 "));
+
+  OdValue unknown;
+  EXPECT_FALSE(textToValue(unknown, L"42"));
+  EXPECT_EQ(unknown.type(), OdType::Unknown);
+}
+
+TEST(ValueTextTest, PointNeedsThreeNumbers) {
+  const OdValue old(Point3d{7, 8, 9});
+  for (const wchar_t* bad : {L"1,2", L"", L"  ", L"x,y,z", L"1;2;3", L"1, 2 ,3"}) {
+    OdValue p = old;
+    EXPECT_FALSE(textToValue(p, bad)) << platform::toUtf8(bad);
+    EXPECT_EQ(p, old) << "a refused point keeps every coordinate";
+  }
+  OdValue p = old;
+  EXPECT_TRUE(textToValue(p, L"1,2,3,4"));
+  EXPECT_EQ(p, OdValue(Point3d{1, 2, 3}));
+  EXPECT_TRUE(textToValue(p, L" -1.5, 2e1,\t0"));
+  EXPECT_EQ(p, OdValue(Point3d{-1.5, 20, 0}));
+}
+
+TEST(ValueTextTest, TextForms) {
+  EXPECT_EQ(valueToText(integer(-3)), L"-3");
+  EXPECT_EQ(valueToText(OdValue(0.0)), L"0.0");
+  EXPECT_EQ(valueToText(OdValue(12.25)), L"12.25");
+  EXPECT_EQ(valueToText(OdValue(123456789012345678.0)), L"123456789012345680.0");
+  EXPECT_EQ(valueToText(OdValue(L"")), L"");
+  EXPECT_EQ(valueToText(OdValue()), L"");
+  EXPECT_EQ(valueToText(OdValue(Point3d{1, 2, 3})), L"1.000000,2.000000,3.000000");
+  // What is printed parses back to the same value.
+  for (const OdValue& v : {integer(-2147483647 - 1), OdValue(0.5), OdValue(Point3d{-1, 0.25, 9})}) {
+    OdValue back = OdValue::zeroOf(v.type());
+    EXPECT_TRUE(textToValue(back, valueToText(v)));
+    EXPECT_EQ(back, v);
+  }
+}
+
+TEST(ValueTextTest, StarPatternInsertsTheOldText) {
+  OdValue text(L"abc");
+  EXPECT_TRUE(assignTextPattern(text, L"x*y"));
+  EXPECT_EQ(text, OdValue(L"xabcy"));
+  EXPECT_TRUE(assignTextPattern(text, L"*-*"));
+  EXPECT_EQ(text, OdValue(L"xabcy-xabcy"));
+
+  OdValue real(1.5);
+  EXPECT_TRUE(assignTextPattern(real, L"*0"));
+  EXPECT_EQ(real, OdValue(1.5));
+  EXPECT_TRUE(assignTextPattern(real, L"1*"));
+  EXPECT_EQ(real, OdValue(11.5));
+
+  OdValue number = integer(12);
+  EXPECT_TRUE(assignTextPattern(number, L"**"));
+  EXPECT_EQ(number, integer(1212));
+  EXPECT_TRUE(assignTextPattern(number, L"7"));
+  EXPECT_EQ(number, integer(7));
+
+  // A point's old text is a whole point: extra fields after it are ignored,
+  // anything before it spoils the parse and the value stays.
+  OdValue point(Point3d{1, 2, 3});
+  EXPECT_TRUE(assignTextPattern(point, L"*,9"));
+  EXPECT_EQ(point, OdValue(Point3d{1, 2, 3}));
+  EXPECT_FALSE(assignTextPattern(point, L"(*)"));
+  EXPECT_EQ(point, OdValue(Point3d{1, 2, 3}));
+  EXPECT_TRUE(assignTextPattern(point, L"-*"));
+  EXPECT_EQ(point, OdValue(Point3d{-1, 2, 3}));
+}
+
+TEST(ValueTextTest, TypeNamesAndFieldNumbers) {
+  EXPECT_EQ(typeName(integer(1)), L"integer");
+  EXPECT_EQ(typeName(OdValue(1.0)), L"real");
+  EXPECT_EQ(typeName(OdValue(L"1")), L"character");
+  EXPECT_EQ(typeName(OdValue(Point3d{})), L"point");
+  EXPECT_EQ(typeName(OdValue()), L"unknown");
+
+  EXPECT_EQ(fieldNumber(0, integer(-4)), -4.0);
+  EXPECT_EQ(fieldNumber(0, OdValue(2.5)), 2.5);
+  EXPECT_EQ(fieldNumber(0, OdValue(L"7")), 0.0);
+  EXPECT_EQ(fieldNumber(0, OdValue(Point3d{1, 1, 1})), 0.0);
+  EXPECT_EQ(fieldNumber(1, OdValue(L"7")), 1.0);
+  EXPECT_EQ(fieldNumber(1, OdValue()), 1.0);
+  EXPECT_EQ(fieldNumber(2, OdValue(2.5)), 0.0);
+  EXPECT_EQ(fieldNumber(-1, integer(3)), 0.0);
+}
+
+TEST(ValueTextTest, TrimTrailingZeros) {
+  EXPECT_EQ(trimTrailingZeros(L"1.500000000000"), L"1.5");
+  EXPECT_EQ(trimTrailingZeros(L"2.000000000000"), L"2.0");
+  EXPECT_EQ(trimTrailingZeros(L"100"), L"100");
+  EXPECT_EQ(trimTrailingZeros(L"100.0"), L"100.0");
+  EXPECT_EQ(trimTrailingZeros(L"0.10"), L"0.1");
+  EXPECT_EQ(trimTrailingZeros(L"5."), L"5.");
+  EXPECT_EQ(trimTrailingZeros(L""), L"");
+}
+
+TEST(StringHelpersTest, TrimAndCut) {
+  EXPECT_EQ(trimBoth(L" \t\n\v\f\rab c \r\n"), L"ab c");
+  EXPECT_EQ(trimBoth(L" \t "), L"");
+  EXPECT_EQ(trimBoth(L"x"), L"x");
+  EXPECT_EQ(trimBoth(L"\u00A0x\u00A0"), L"\u00A0x\u00A0");
+
+  EXPECT_EQ(cutAtChar(L"ROADS\tStreets  # main roads", L'#'), L"ROADS\tStreets");
+  EXPECT_EQ(cutAtChar(L"# whole line", L'#'), L"");
+  EXPECT_EQ(cutAtChar(L"a#b#c", L'#'), L"a");
+  EXPECT_EQ(cutAtChar(L"no comment \t\r\n", L'#'), L"no comment");
+  EXPECT_EQ(cutAtChar(L"\tkept left\f", L'?'), L"\tkept left\f");  // only " \t\r\n" go
+}
+
+TEST(StringHelpersTest, StartsWithAndLowerCase) {
+  EXPECT_TRUE(startsWithText(L"first", L"fi"));
+  EXPECT_TRUE(startsWithText(L"first", L"first"));
+  EXPECT_TRUE(startsWithText(L"first", L""));
+  EXPECT_TRUE(startsWithText(L"", L""));
+  EXPECT_FALSE(startsWithText(L"first", L"firsts"));
+  EXPECT_FALSE(startsWithText(L"first", L"Fi"));
+  EXPECT_FALSE(startsWithText(L"fi", L"first"));
+  EXPECT_EQ(toLowerCopy(L"First \u0178\u0416"), L"first \u00FF\u0436");
+}
+
+TEST(StringHelpersTest, SplitTextSkipsEmptyTokensAndAppends) {
+  std::vector<std::wstring> out{L"kept"};
+  splitText(L"\t\ta\t\tb c\t", L"\t ", out);
+  EXPECT_EQ(out, (std::vector<std::wstring>{L"kept", L"a", L"b", L"c"}));
+
+  std::vector<std::wstring> none;
+  splitText(L"\t\t", L"\t", none);
+  splitText(L"", L"\t", none);
+  EXPECT_TRUE(none.empty());
+
+  std::vector<std::wstring> whole;
+  splitText(L"a,b", L"", whole);
+  EXPECT_EQ(whole, std::vector<std::wstring>{L"a,b"});
+}
+
+TEST(StringHelpersTest, CsvQuote) {
+  EXPECT_EQ(csvQuote(L"plain"), L"\"plain\"");
+  EXPECT_EQ(csvQuote(L""), L"\"\"");
+  EXPECT_EQ(csvQuote(L"say \"hi\""), L"\"say \"\"hi\"\"\"");
+  EXPECT_EQ(csvQuote(L"\""), L"\"\"\"\"");
+}
+
+}  // namespace
+}  // namespace zarvel

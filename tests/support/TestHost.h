@@ -1,0 +1,112 @@
+// A host for driving the module in unit tests: our real drawing database, and
+// an editor and dialogs whose answers the test scripts in advance.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "db/Database.h"
+#include "db/PortDrawing.h"
+#include "db/PortObjectData.h"
+#include "platform/Host.h"
+
+namespace testing_support {
+
+using platform::ObjectId;
+
+class TestHost : public platform::Host,
+                 public platform::Editor,
+                 public platform::Documents,
+                 public platform::Ui,
+                 public platform::CommandStack,
+                 public platform::DynamicLinker {
+ public:
+  TestHost() : project_(db), drawing_(db) {}
+
+  // --- Scripted answers ---------------------------------------------------
+  std::vector<ObjectId> pickFirst;
+  std::deque<platform::SelectionReply> selections;  // what selectObjects returns
+  std::deque<platform::StringReply> strings;        // what getString returns
+  std::deque<int> messageBoxAnswers;
+  // Fills in a dialog and returns the button that closes it.
+  std::function<int(platform::DialogModel&)> dialogAnswer;
+
+  // --- What happened -------------------------------------------------------
+  std::wstring printed;
+  std::vector<std::wstring> prompts;
+  int selectionPrompts = 0;
+  int dialogsShown = 0;
+  int messageBoxes = 0;
+  int resourceDepth = 0;
+  int lockDepth = 0;
+  int maxLockDepth = 0;
+  std::map<std::wstring, platform::SysVarValue> vars{{L"LUPREC", short{4}}};
+  struct Registered {
+    std::wstring group;
+    std::wstring name;
+    int flags;
+    platform::CommandFunction handler;
+  };
+  std::vector<Registered> commands;
+  int unlockCalls = 0;
+  int mdiCalls = 0;
+
+  host::Database db;
+
+  // Helpers to build drawings.
+  ObjectId addLine(ObjectId layer = {});
+  ObjectId addOnLayer(const std::wstring& layerName);
+  ObjectId defineTable(const std::wstring& name, int columns = 1);
+  void attach(ObjectId entity, const std::wstring& table, int value = 0);
+  std::vector<std::wstring> tablesOn(ObjectId entity);
+  void runCommand(const std::wstring& name);
+
+  // --- platform::Host ------------------------------------------------------
+  platform::CommandStack& commandStack() override { return *this; }
+  platform::DynamicLinker& dynamicLinker() override { return *this; }
+  platform::Documents& documents() override { return *this; }
+  platform::Editor& editor() override { return *this; }
+  platform::Ui& ui() override { return *this; }
+  platform::Project& project() override { return project_; }
+  platform::Drawing& drawing() override { return drawing_; }
+
+  // --- platform::Editor ----------------------------------------------------
+  std::vector<ObjectId> impliedSelection() override { return pickFirst; }
+  platform::SelectionReply selectObjects() override;
+  void setPickFirst(const std::vector<ObjectId>& ids) override { pickFirst = ids; }
+  platform::StringReply getString(const std::wstring& prompt, bool allowSpaces) override;
+  platform::EntityReply getEntity(const std::wstring& prompt) override;
+  platform::PointReply getPoint(const std::wstring& prompt) override;
+  platform::IntReply getInt(const std::wstring& prompt) override;
+  void print(const std::wstring& text) override { printed += text; }
+  std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
+  platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
+
+  // --- platform::Documents -------------------------------------------------
+  void pushResourceHandle(void*) override { ++resourceDepth; }
+  void popResourceHandle() override { --resourceDepth; }
+  platform::Status lockDocument(platform::LockMode) override;
+  platform::Status unlockDocument() override;
+
+  // --- platform::Ui --------------------------------------------------------
+  int runModal(platform::DialogModel& dialog) override;
+  int messageBox(const std::wstring& text, const std::wstring& caption, int flags) override;
+
+  // --- platform::CommandStack / DynamicLinker ------------------------------
+  platform::Status addCommand(const std::wstring& group, const std::wstring& globalName,
+                              const std::wstring& localName, int flags,
+                              platform::CommandFunction handler, void* resources) override;
+  platform::Status removeCommand(const std::wstring& group, const std::wstring& name) override;
+  platform::Status removeGroup(const std::wstring& group) override;
+  void unlockApplication(void*) override { ++unlockCalls; }
+  void registerAppMDIAware(void*) override { ++mdiCalls; }
+
+ private:
+  host::DbProject project_;
+  host::DbDrawing drawing_;
+};
+
+}  // namespace testing_support
