@@ -31,6 +31,14 @@ TEST(ConsoleTest, EachLineAnswersOnePromptAndIsEchoedAfterIt) {
             "Specify next point: \n");
 }
 
+TEST(ConsoleTest, CommentLinesAnswerNothingAndStayOutOfTheTranscript) {
+  Script script("; set up\nLINE\n  ; indented too\n;\nNAME=a;b\n; last\n");
+  EXPECT_EQ(script.console.readAnswer(L"Command: "), L"LINE");
+  EXPECT_EQ(script.console.readAnswer(L"Values: "), L"NAME=a;b");
+  EXPECT_EQ(script.console.readAnswer(L"Command: "), std::nullopt);
+  EXPECT_EQ(script.out.str(), "Command: LINE\nValues: NAME=a;b\n");
+}
+
 TEST(ConsoleTest, EndOfInputPrintsNothing) {
   Script script("ONLY");  // the last line needs no line feed
   EXPECT_EQ(script.console.readAnswer(L"Command: "), L"ONLY");

@@ -76,17 +76,21 @@ TEST_F(UndoTest, StepsUndoInReverseAndANewStepEndsRedo) {
   db.undo().begin(L"TWO");
   db.eraseEntity(e);
   db.undo().end();
-  db.undo().begin(L"LOOK");  // changes nothing, yet is a step
+  db.undo().begin(L"LOOK");  // changes nothing, so it is no step
   db.undo().end();
-  EXPECT_EQ(db.undoSteps(2), (std::vector<std::wstring>{L"LOOK", L"TWO"}));
+  EXPECT_EQ(db.undoSteps(1), (std::vector<std::wstring>{L"TWO"}));
   EXPECT_NE(db.entity(e), nullptr);
   EXPECT_EQ(values(), (std::vector<int>{1, 2, 3}));
   db.undoSteps(1);
   EXPECT_EQ(values(), (std::vector<int>{1, 2}));
+  db.undo().begin(L"LOOK");  // nor does it end redo
+  db.undo().end();
+  EXPECT_EQ(db.redoSteps(1), (std::vector<std::wstring>{L"ONE"}));
   db.undo().begin(L"THREE");
+  attach(4);
   db.undo().end();
   EXPECT_TRUE(db.redoSteps(1).empty());
-  EXPECT_TRUE(db.undoSteps(5) == (std::vector<std::wstring>{L"THREE"}));
+  EXPECT_EQ(db.undoSteps(5), (std::vector<std::wstring>{L"THREE", L"ONE"}));
 }
 
 TEST_F(UndoTest, RemovingATableUndoesWithItsRecords) {

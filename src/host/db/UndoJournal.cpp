@@ -12,9 +12,13 @@ void UndoJournal::begin(const std::wstring& name) {
 void UndoJournal::end() {
   if (!recording_) return;
   recording_ = false;
-  // Like any command, a step that changed nothing is still one to undo, and it
-  // ends what could be redone.
-  undone_.clear();
+  // A command that changed nothing leaves nothing to undo, and UNDO after it
+  // goes back to the last change; nor does it end what could be redone.
+  if (done_.back().changes.empty()) {
+    done_.pop_back();
+  } else {
+    undone_.clear();
+  }
 }
 
 void UndoJournal::save(ObjectId id, const DbObject& object) {

@@ -14,6 +14,17 @@ void ScriptConsole::showCancelled(const std::wstring& prompt) {
   out_.flush();
 }
 
+namespace {
+
+// A line that begins with a semicolon is a comment of the script: it answers
+// no prompt and stays out of the transcript.
+bool isComment(const std::string& line) {
+  const auto first = line.find_first_not_of(" \t");
+  return first != std::string::npos && line[first] == ';';
+}
+
+}  // namespace
+
 std::optional<std::wstring> ScriptConsole::read(const std::wstring& prompt,
                                                 const std::vector<std::wstring>& /*completions*/) {
   // Whatever a command printed so far belongs before this prompt, also when
@@ -22,13 +33,15 @@ std::optional<std::wstring> ScriptConsole::read(const std::wstring& prompt,
   std::string line;
   // The line is read before the prompt is written, so that a script that runs
   // out leaves no dangling prompt; the caller decides how to show that.
-  if (!std::getline(in_, line)) return std::nullopt;
-  if (firstLine_) {
-    firstLine_ = false;
-    // Editors on some systems start UTF-8 files with a byte order mark.
-    if (line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
-  }
-  if (!line.empty() && line.back() == '\r') line.pop_back();
+  do {
+    if (!std::getline(in_, line)) return std::nullopt;
+    if (firstLine_) {
+      firstLine_ = false;
+      // Editors on some systems start UTF-8 files with a byte order mark.
+      if (line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+    }
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+  } while (isComment(line));
   std::wstring answer = platform::fromUtf8(line);
   // Echo the decoded answer so that a transcript is valid UTF-8 even when the
   // script was not.

@@ -171,6 +171,8 @@ platform::SelectionReply Session::selectObjects() {
 
 void Session::setPickFirst(const std::vector<ObjectId>& ids) {
   document_->pickFirst = ids;
+  // A selection made by a command is the one "P" brings back.
+  if (!ids.empty()) document_->previous = ids;
   pickFirstSetByCommand_ = true;
 }
 
