@@ -14,11 +14,11 @@ using platform::OpenMode;
 
 OdContainer& getODContainer() { return port().project().odContainer(); }
 
-bool isUserTable(std::wstring name) {
-  static const wchar_t* const kSystemPrefixes[] = {L"TPMCNTR_", L"TPMDESC_", L"TPMID_",
-                                                   L"TPMLINK_", L"TPMNODE_", L"CNTR_"};
-  for (const wchar_t* prefix : kSystemPrefixes) {
-    if (name.find(prefix) == 0) return false;
+bool isUserTable(std::wstring_view name) {
+  static constexpr std::wstring_view kSystemPrefixes[] = {L"TPMCNTR_", L"TPMDESC_", L"TPMID_",
+                                                          L"TPMLINK_", L"TPMNODE_", L"CNTR_"};
+  for (std::wstring_view prefix : kSystemPrefixes) {
+    if (name.substr(0, prefix.size()) == prefix) return false;
   }
   return true;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/ObjectData.h"
@@ -21,7 +22,7 @@ OdContainer& getODContainer();
 // False for the tables of the topology feature, whose names begin with one of
 // "TPMCNTR_", "TPMDESC_", "TPMID_", "TPMLINK_", "TPMNODE_" or "CNTR_"
 // (case-sensitive, at the start only).
-bool isUserTable(std::wstring name);
+bool isUserTable(std::wstring_view name);
 
 // One name per record, in iterator order.
 std::vector<std::wstring> tableNamesOfEntity(OdContainer& container, ObjectId entity);
