@@ -189,5 +189,25 @@ TEST_F(OdAccessTest, RemoveTablesCountsTheTablesThatWent) {
   EXPECT_TRUE(getODContainer().tableNames().empty());
 }
 
+TEST_F(OdAccessTest, FeatureClassesCopyOrStopWithAnError) {
+  host.db.modifyHeader().featureClasses = {{L"Road", L"Road centre lines"}};
+  const ObjectId source = host.addLine();
+  const ObjectId target = host.addLine();
+  ASSERT_EQ(host.featureClasses().classify(source, L"Road"), platform::kClassifyOk);
+  zarvel::copyClassification(target, source);
+  std::vector<std::wstring> names, display;
+  host.featureClasses().getAllTags(target, names, display);
+  EXPECT_EQ(names, (std::vector<std::wstring>{L"Road"}));
+  EXPECT_EQ(host.printed, L"");
+
+  // A class the project no longer defines can't be given to another entity.
+  const ObjectId other = host.addLine();
+  host.db.modifyHeader().featureClasses = {{L"River", L""}};
+  zarvel::copyClassification(other, source);
+  EXPECT_EQ(host.printed, L"Error: unable to load feature class 'Road'.\n");
+  host.featureClasses().getAllTags(other, names, display);
+  EXPECT_TRUE(names.empty());
+}
+
 }  // namespace
 }  // namespace testing_support

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ModuleFixture.h"
+#include "oddata/Precision.h"
 #include "oddata/Selection.h"
 
 namespace testing_support {
@@ -103,6 +104,16 @@ TEST_F(SelectionTest, HandleTextIsEmptyForWhatWontOpen) {
   EXPECT_FALSE(zarvel::handleTextOfId(e).empty());
   host.db.setOpenFailure(e, true);
   EXPECT_TRUE(zarvel::handleTextOfId(e).empty());
+}
+
+TEST_F(SelectionTest, LuprecIsRaisedForAScopeAndPutBackOnEveryWayOut) {
+  host.vars[L"LUPREC"] = short{3};
+  EXPECT_DOUBLE_EQ(zarvel::luprecTolerance(), 0.001);
+  {
+    zarvel::LuprecGuard guard;
+    EXPECT_EQ(zarvel::getLuprec(), 8);
+  }
+  EXPECT_EQ(zarvel::getLuprec(), 3);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include "db/Database.h"
 #include "db/PortDrawing.h"
+#include "db/PortFeatureClasses.h"
 #include "db/PortObjectData.h"
 #include "platform/Host.h"
 
@@ -72,6 +73,7 @@ class TestHost : public platform::Host,
   platform::Ui& ui() override { return *this; }
   platform::Project& project() override { return project_; }
   platform::Drawing& drawing() override { return drawing_; }
+  platform::FeatureClasses& featureClasses() override { return featureClasses_; }
 
   // --- platform::Editor ----------------------------------------------------
   std::vector<ObjectId> impliedSelection() override { return pickFirst; }
@@ -107,6 +109,7 @@ class TestHost : public platform::Host,
  private:
   host::DbProject project_;
   host::DbDrawing drawing_;
+  host::DbFeatureClasses featureClasses_{db};
 };
 
 }  // namespace testing_support

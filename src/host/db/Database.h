@@ -89,6 +89,8 @@ class Database {
   const OdRecordList* odRecords(ObjectId entity) const;
   // The records for change; creates the extension dictionary if needed.
   OdRecordList* modifyOdRecords(ObjectId entity);
+  // The entity's extension dictionary for change, created if it has none.
+  ExtDictionary* modifyExtDictionary(ObjectId entity);
   // Values completed with the columns' defaults, cut to the columns' count and
   // converted to the columns' types.
   static std::vector<platform::OdValue> conformValues(const platform::OdTableDef& definition,

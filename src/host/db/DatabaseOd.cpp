@@ -177,20 +177,22 @@ const OdRecordList* Database::odRecords(ObjectId entityId) const {
   return dict != nullptr && !dict->od.empty() ? &dict->od : nullptr;
 }
 
-OdRecordList* Database::modifyOdRecords(ObjectId entityId) {
+ExtDictionary* Database::modifyExtDictionary(ObjectId entityId) {
   const Entity* e = get<Entity>(entityId);
   if (e == nullptr) return nullptr;
-  bumpOdGeneration();
   if (e->xdict.isNull()) {
     auto dict = std::make_unique<ExtDictionary>();
     dict->owner = entityId;
     const ObjectId dictId = addObject(std::move(dict));
     modify<Entity>(entityId)->xdict = dictId;
-    auto* created = modify<ExtDictionary>(dictId);
-    created->odHandle = handleSeed_++;
-    return &created->od;
   }
-  auto* dict = modify<ExtDictionary>(e->xdict);
+  return modify<ExtDictionary>(get<Entity>(entityId)->xdict);
+}
+
+OdRecordList* Database::modifyOdRecords(ObjectId entityId) {
+  ExtDictionary* dict = modifyExtDictionary(entityId);
+  if (dict == nullptr) return nullptr;
+  bumpOdGeneration();
   if (dict->odHandle == 0) dict->odHandle = handleSeed_++;
   return &dict->od;
 }

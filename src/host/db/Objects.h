@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -59,6 +60,8 @@ class DatabaseHeader : public DbObjectOf<DatabaseHeader, ObjectType::Header> {
   ObjectId currentSpace;
   short luprec = 4;
   double textSize = 2.5;
+  // Feature classes of the project: name and display name.
+  std::map<std::wstring, std::wstring> featureClasses;
 };
 
 class Layer : public DbObjectOf<Layer, ObjectType::Layer> {
@@ -90,6 +93,8 @@ class ExtDictionary : public DbObjectOf<ExtDictionary, ObjectType::ExtDictionary
  public:
   Handle odHandle = 0;
   OdRecordList od;
+  // The feature class the entity is classified under; empty for none.
+  std::wstring featureClass;
 };
 
 }  // namespace host

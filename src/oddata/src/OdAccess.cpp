@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 
+#include "oddata/CommandFrame.h"
 #include "oddata/Port.h"
 #include "oddata/Selection.h"
 #include "oddata/ValueText.h"
@@ -259,6 +260,20 @@ bool containsText(const std::vector<std::wstring>& names, const std::wstring& te
     if (name == text) return true;
   }
   return false;
+}
+
+void copyClassification(ObjectId target, ObjectId source) {
+  platform::FeatureClasses& classes = port().featureClasses();
+  std::vector<std::wstring> names;
+  std::vector<std::wstring> displayNames;
+  classes.getAllTags(source, names, displayNames);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (classes.classify(target, names[i]) != platform::kClassifyOk) {
+      printMessage(kMsgUnableToLoadFeatureClass,
+                   i < displayNames.size() ? displayNames[i] : names[i]);
+      return;
+    }
+  }
 }
 
 }  // namespace zarvel

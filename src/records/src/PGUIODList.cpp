@@ -5,39 +5,14 @@
 
 namespace zarvel {
 
-using platform::ControlKind;
 using platform::DialogControl;
 
 PGUIODList::PGUIODList(std::vector<std::wstring>* names)
     : platform::DialogModel(L"Detach OD"), names_(names) {
-  DialogControl list;
-  list.id = kIdTableList;
-  list.kind = ControlKind::ListBox;
-  list.name = L"Tables";
-  list.multiSelect = true;
-  list.sorted = true;
-  addControl(list);
-
-  DialogControl ok;
-  ok.id = platform::kIdOk;
-  ok.kind = ControlKind::Button;
-  ok.label = L"OK";
-  ok.closes = true;
-  ok.isDefault = true;
-  addControl(ok);
-
-  DialogControl cancel;
-  cancel.id = platform::kIdCancel;
-  cancel.kind = ControlKind::Button;
-  cancel.label = L"Cancel";
-  cancel.closes = true;
-  addControl(cancel);
-
-  DialogControl toggle;
-  toggle.id = kIdToggleAll;
-  toggle.kind = ControlKind::Button;
-  toggle.label = L"Select all/nothing";
-  addControl(toggle);
+  addControl(DialogControl::listBox(kIdTableList, L"Tables", true, true));
+  addControl(DialogControl::button(platform::kIdOk, L"OK", true, true));
+  addControl(DialogControl::button(platform::kIdCancel, L"Cancel", true));
+  addControl(DialogControl::button(kIdToggleAll, L"Select all/nothing", false));
 }
 
 void PGUIODList::onInit() { control(kIdTableList).setItems(*names_); }

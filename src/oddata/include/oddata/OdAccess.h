@@ -56,6 +56,9 @@ int removeTables(const std::vector<std::wstring>& names);
 int checkFieldPair(const std::wstring& table, const std::wstring& first,
                    const std::wstring& second);
 bool containsText(const std::vector<std::wstring>& names, const std::wstring& text);
+// Puts the target in every feature class of the source, in order; stops with
+// an error line at the first class that can't be given.
+void copyClassification(ObjectId target, ObjectId source);
 
 // Above this many entities in model space a table list is not gathered by
 // walking them; the project's whole list is taken instead.

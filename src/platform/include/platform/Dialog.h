@@ -39,6 +39,25 @@ struct DialogControl {
   bool closes = false;
   bool isDefault = false;
 
+  static DialogControl button(int id, std::wstring label, bool closes, bool isDefault = false) {
+    DialogControl c;
+    c.id = id;
+    c.kind = ControlKind::Button;
+    c.label = std::move(label);
+    c.closes = closes;
+    c.isDefault = isDefault;
+    return c;
+  }
+  static DialogControl listBox(int id, std::wstring name, bool multiSelect, bool sorted) {
+    DialogControl c;
+    c.id = id;
+    c.kind = ControlKind::ListBox;
+    c.name = std::move(name);
+    c.multiSelect = multiSelect;
+    c.sorted = sorted;
+    return c;
+  }
+
   // Replaces the items (sorting them if the list is sorted) and clears the selection.
   void setItems(std::vector<std::wstring> newItems);
   int selectedCount() const;

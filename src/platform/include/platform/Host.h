@@ -7,6 +7,7 @@
 #include "platform/Documents.h"
 #include "platform/Drawing.h"
 #include "platform/Editor.h"
+#include "platform/FeatureClasses.h"
 #include "platform/ObjectData.h"
 #include "platform/Status.h"
 
@@ -52,6 +53,7 @@ class Host {
   virtual Ui& ui() = 0;
   virtual Project& project() = 0;
   virtual Drawing& drawing() = 0;
+  virtual FeatureClasses& featureClasses() = 0;
 
   // Functions callable from the host's scripting language; a host without one
   // accepts and ignores them.

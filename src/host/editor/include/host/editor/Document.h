@@ -6,6 +6,7 @@
 
 #include "db/Database.h"
 #include "db/PortDrawing.h"
+#include "db/PortFeatureClasses.h"
 #include "db/PortObjectData.h"
 
 namespace host {
@@ -14,6 +15,7 @@ struct Document {
   Database db;
   DbProject project{db};
   DbDrawing drawing{db};
+  DbFeatureClasses featureClasses{db};
   std::wstring name = L"Drawing1.dxf";
   // The pick-first set: what is selected between commands.
   std::vector<ObjectId> pickFirst;

@@ -73,6 +73,7 @@ class Session : public platform::Host,
   platform::Ui& ui() override { return ui_; }
   platform::Project& project() override { return document_->project; }
   platform::Drawing& drawing() override { return document_->drawing; }
+  platform::FeatureClasses& featureClasses() override { return document_->featureClasses; }
 
   // --- platform::Editor ----------------------------------------------------
   std::vector<ObjectId> impliedSelection() override;
