@@ -79,11 +79,12 @@ void Session::runUndoable(const std::wstring& name, bool recordsUndo,
   ++commandDepth_;
   body();
   --commandDepth_;
+  notify([&](platform::EditorReactor& r) { r.commandEnded(name); });
   if (opensStep) database.undo().end();
   if (outermost) {
     // What was selected before a command is used up by it, unless the command
     // chose a new selection itself.
-    if (!pickFirstSetByCommand_) document_->pickFirst.clear();
+    if (!pickFirstSetByCommand_) changePickFirst({});
     resourceStack_.clear();
     document_->lockCount = 0;
   }
@@ -131,7 +132,7 @@ platform::SelectionReply Session::selectObjects() {
     Answer<std::vector<SelectionItem>> line = prompter_.getSelection(L"Select objects: ");
     if (line.status == PromptStatus::Cancel) {
       // Esc also drops whatever was highlighted.
-      document_->pickFirst.clear();
+      changePickFirst({});
       return {PromptStatus::Cancel, {}};
     }
     if (line.status != PromptStatus::Normal) break;
@@ -169,8 +170,33 @@ platform::SelectionReply Session::selectObjects() {
   return {PromptStatus::Normal, std::move(chosen)};
 }
 
+template <typename Event>
+void Session::notify(Event event) {
+  // A reactor may remove itself while it is told, so the list is copied.
+  const std::vector<platform::EditorReactor*> reactors = reactors_;
+  for (platform::EditorReactor* r : reactors) {
+    if (std::find(reactors_.begin(), reactors_.end(), r) != reactors_.end()) event(*r);
+  }
+}
+
+void Session::addReactor(platform::EditorReactor* reactor) {
+  if (std::find(reactors_.begin(), reactors_.end(), reactor) == reactors_.end()) {
+    reactors_.push_back(reactor);
+  }
+}
+
+void Session::removeReactor(platform::EditorReactor* reactor) {
+  reactors_.erase(std::remove(reactors_.begin(), reactors_.end(), reactor), reactors_.end());
+}
+
+void Session::changePickFirst(std::vector<ObjectId> ids) {
+  if (ids == document_->pickFirst) return;
+  document_->pickFirst = std::move(ids);
+  notify([](platform::EditorReactor& r) { r.pickfirstModified(); });
+}
+
 void Session::setPickFirst(const std::vector<ObjectId>& ids) {
-  document_->pickFirst = ids;
+  changePickFirst(ids);
   // A selection made by a command is the one "P" brings back.
   if (!ids.empty()) document_->previous = ids;
   pickFirstSetByCommand_ = true;

@@ -42,6 +42,20 @@ struct IntReply {
 // A system variable's value: a 16-bit integer, a real or a text.
 using SysVarValue = std::variant<short, double, std::wstring>;
 
+// Told of what happens in the editor. Every event has an empty default, so a
+// reactor overrides only what it watches.
+class EditorReactor {
+ public:
+  virtual ~EditorReactor() = default;
+  // The pick-first set changed.
+  virtual void pickfirstModified() {}
+  // A command of the host ended, was cancelled or failed; the name is the
+  // command's global name.
+  virtual void commandEnded(const std::wstring& /*name*/) {}
+  virtual void commandCancelled(const std::wstring& /*name*/) {}
+  virtual void commandFailed(const std::wstring& /*name*/) {}
+};
+
 class Editor {
  public:
   virtual ~Editor() = default;
@@ -65,6 +79,10 @@ class Editor {
 
   virtual std::optional<SysVarValue> getVar(const std::wstring& name) const = 0;
   virtual Status setVar(const std::wstring& name, const SysVarValue& value) = 0;
+
+  // Reactors are the caller's; a reactor stays until removed.
+  virtual void addReactor(EditorReactor* /*reactor*/) {}
+  virtual void removeReactor(EditorReactor* /*reactor*/) {}
 
   // The status bar's progress meter.
   virtual void startProgress(const std::wstring& /*label*/, int /*min*/, int /*max*/) {}

@@ -84,6 +84,8 @@ class Session : public platform::Host,
   platform::PointReply getPoint(const std::wstring& prompt) override;
   platform::IntReply getInt(const std::wstring& prompt) override;
   void print(const std::wstring& text) override { prompter_.print(text); }
+  void addReactor(platform::EditorReactor* reactor) override;
+  void removeReactor(platform::EditorReactor* reactor) override;
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
   platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
 
@@ -115,6 +117,10 @@ class Session : public platform::Host,
 
   // A command line's name, upper-cased, without the "_" and "." prefixes.
   static std::wstring normalizeCommand(const std::wstring& text);
+  // Replaces the pick-first set and tells the reactors if it changed.
+  void changePickFirst(std::vector<ObjectId> ids);
+  template <typename Event>
+  void notify(Event event);
   void runUndoable(const std::wstring& name, bool recordsUndo, const std::function<void()>& body);
 
   Prompter prompter_;
@@ -124,6 +130,7 @@ class Session : public platform::Host,
   std::map<std::wstring, ModuleCommand> moduleCommands_;
   PluginLoader plugin_;
   std::vector<void*> resourceStack_;
+  std::vector<platform::EditorReactor*> reactors_;
   bool quitting_ = false;
   bool pickFirstSetByCommand_ = false;
   int commandDepth_ = 0;
