@@ -20,6 +20,8 @@ const wchar_t* kindName(EntityKind kind) {
   return L"ENTITY";
 }
 
+Database::Database(Empty) { headerId_ = addObject(std::make_unique<DatabaseHeader>()); }
+
 Database::Database() {
   headerId_ = addObject(std::make_unique<DatabaseHeader>());
   auto model = std::make_unique<BlockRecord>();
@@ -45,10 +47,12 @@ const DbObject* Database::object(ObjectId id) const {
 DbObject* Database::objectForWrite(ObjectId id) {
   if (id.isNull() || id.value() > objects_.size()) return nullptr;
   DbObject* o = slot(id).get();
-  if (o != nullptr && undo_.recording() && o->undoStamp != undo_.stamp()) {
+  if (o == nullptr) return nullptr;
+  if (undo_.recording() && o->undoStamp != undo_.stamp()) {
     o->undoStamp = undo_.stamp();
     undo_.save(id, *o);
   }
+  o->modified = true;
   return o;
 }
 
@@ -60,6 +64,44 @@ ObjectId Database::addObject(std::unique_ptr<DbObject> object) {
   if (handleIndexBuilt_) handleIndex_[objects_.back()->handle] = id;
   if (undo_.recording()) undo_.saveCreation(id);
   return id;
+}
+
+ObjectId Database::addLoaded(std::unique_ptr<DbObject> object) {
+  if (object->handle >= handleSeed_) handleSeed_ = object->handle + 1;
+  const ObjectType type = object->type();
+  objects_.push_back(std::move(object));
+  const ObjectId id(objects_.size());
+  DbObject& o = *objects_.back();
+  if (handleIndexBuilt_) handleIndex_[o.handle] = id;
+  switch (type) {
+    case ObjectType::Layer: layerIds_.push_back(id); break;
+    case ObjectType::BlockRecord: {
+      blockIds_.push_back(id);
+      const std::wstring& name = static_cast<BlockRecord&>(o).name;
+      if (platform::equalsIgnoreCase(name, L"*Model_Space")) modelSpaceId_ = id;
+      if (platform::equalsIgnoreCase(name, L"*Paper_Space")) paperSpaceId_ = id;
+      break;
+    }
+    case ObjectType::OdTable:
+      static_cast<OdTableObject&>(o).index = static_cast<std::uint32_t>(odTableIds_.size());
+      odTableIds_.push_back(id);
+      break;
+    case ObjectType::Entity:
+      if (!o.owner.isNull()) blockContents_[o.owner.value()].push_back(id);
+      break;
+    default:
+      break;
+  }
+  return id;
+}
+
+void Database::setNextHandle(Handle handle) {
+  if (handle > handleSeed_) handleSeed_ = handle;
+}
+
+std::string_view Database::sourceText(const DbObject& object) const {
+  if (!source_ || object.source.empty()) return {};
+  return std::string_view(*source_).substr(object.source.offset, object.source.length);
 }
 
 ObjectId Database::idOfHandle(Handle handle) const {

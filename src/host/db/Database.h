@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -19,6 +20,9 @@ class Database {
  public:
   // A new drawing: layer "0" (current), model space (current) and paper space.
   Database();
+  // Nothing but the header, for a drawing about to be loaded from a file.
+  struct Empty {};
+  explicit Database(Empty);
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
@@ -99,6 +103,17 @@ class Database {
   std::uint64_t odGeneration() const { return odGeneration_; }
   void bumpOdGeneration() { ++odGeneration_; }
 
+  // --- Loading ---------------------------------------------------------------
+  // Adds an object read from a file, under the handle it carries: no undo, and
+  // layers, blocks, tables and entities join their lists in reading order. An
+  // entity's owner is its block.
+  ObjectId addLoaded(std::unique_ptr<DbObject> object);
+  // New objects get handles from here on; never lowers the next handle.
+  void setNextHandle(Handle handle);
+  // The text of the file the drawing was read from, which objects' sources index.
+  void setSourceText(std::shared_ptr<const std::string> text) { source_ = std::move(text); }
+  std::string_view sourceText(const DbObject& object) const;
+
   // --- Undo ------------------------------------------------------------------
   UndoJournal& undo() { return undo_; }
   const UndoJournal& undo() const { return undo_; }
@@ -112,6 +127,7 @@ class Database {
   std::unique_ptr<DbObject>& slot(ObjectId id) { return objects_[id.value() - 1]; }
 
   std::vector<std::unique_ptr<DbObject>> objects_;
+  std::shared_ptr<const std::string> source_;
   Handle handleSeed_ = 1;
   mutable std::unordered_map<Handle, ObjectId> handleIndex_;
   mutable bool handleIndexBuilt_ = false;

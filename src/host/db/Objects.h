@@ -6,7 +6,9 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "db/DeepPtr.h"
 #include "db/OdRecordList.h"
 #include "platform/ObjectId.h"
 #include "platform/OdTypes.h"
@@ -16,7 +18,24 @@ namespace host {
 using platform::ObjectId;
 using Handle = std::uint64_t;
 
-enum class ObjectType : std::uint8_t { Header, Layer, BlockRecord, OdTable, ExtDictionary, Entity };
+enum class ObjectType : std::uint8_t {
+  Header,
+  Layer,
+  BlockRecord,
+  OdTable,
+  ExtDictionary,
+  Entity,
+  Dictionary,
+  Tagged,
+};
+
+// Where an object's text stands in the drawing file it was read from, so that
+// an object nobody changed is written back byte for byte.
+struct SourceSpan {
+  std::uint64_t offset = 0;
+  std::uint32_t length = 0;
+  bool empty() const { return length == 0; }
+};
 
 // Every object has a handle, an owner and possibly an extension dictionary.
 // Objects are copied whole for undo, so they stay small and cheap to clone.
@@ -31,9 +50,12 @@ class DbObject {
   Handle handle = 0;
   ObjectId owner;
   ObjectId xdict;
-  bool erased = false;
+  SourceSpan source;
   // The undo step that last saved this object, so a step saves it once.
   std::uint32_t undoStamp = 0;
+  bool erased = false;
+  // Changed since it was read or made; an unchanged object keeps its source.
+  bool modified = false;
 
  protected:
   DbObject(const DbObject&) = default;
@@ -87,14 +109,38 @@ class OdTableObject : public DbObjectOf<OdTableObject, ObjectType::OdTable> {
   std::uint32_t index = 0;
 };
 
+struct DictEntry {
+  std::wstring name;
+  ObjectId id;
+};
+
+// A dictionary of named objects, such as the drawing's root dictionary.
+class Dictionary : public DbObjectOf<Dictionary, ObjectType::Dictionary> {
+ public:
+  std::vector<DictEntry> entries;
+};
+
+// An object this host does not model (a table record, an object of another
+// application, an xrecord): it is kept as the text it was read from.
+class TaggedObject : public DbObjectOf<TaggedObject, ObjectType::Tagged> {
+ public:
+  std::string dxfName;
+};
+
 // An entity's extension dictionary. Its ZARVEL_OD entry, an xrecord with the
 // entity's Object Data records, is held inline; the xrecord keeps its own handle.
 class ExtDictionary : public DbObjectOf<ExtDictionary, ObjectType::ExtDictionary> {
  public:
+  struct Extras {
+    // The feature class the entity is classified under; empty for none.
+    std::wstring featureClass;
+    // Entries of other applications, kept in their order.
+    std::vector<DictEntry> entries;
+  };
+
   Handle odHandle = 0;
   OdRecordList od;
-  // The feature class the entity is classified under; empty for none.
-  std::wstring featureClass;
+  DeepPtr<Extras> extras;
 };
 
 }  // namespace host

@@ -9,8 +9,9 @@ void DbFeatureClasses::getAllTags(ObjectId entity, std::vector<std::wstring>& na
   displayNames.clear();
   const Entity* e = db_.openEntity(entity);
   if (e == nullptr || e->xdict.isNull()) return;
-  const std::wstring& name = db_.get<ExtDictionary>(e->xdict)->featureClass;
-  if (name.empty()) return;
+  const auto& extras = db_.get<ExtDictionary>(e->xdict)->extras;
+  if (!extras || extras->featureClass.empty()) return;
+  const std::wstring& name = extras->featureClass;
   const auto& classes = db_.header().featureClasses;
   auto it = classes.find(name);
   names.push_back(name);
@@ -22,7 +23,7 @@ int DbFeatureClasses::classify(ObjectId entity, const std::wstring& className) {
   if (db_.openEntity(entity) == nullptr || db_.header().featureClasses.count(className) == 0) {
     return 0;
   }
-  db_.modifyExtDictionary(entity)->featureClass = className;
+  db_.modifyExtDictionary(entity)->extras.make().featureClass = className;
   return platform::kClassifyOk;
 }
 
