@@ -87,7 +87,8 @@ std::vector<Point3d> polylinePoints(const LwPolylineEntity& pl) {
 
 // The corners of a text's box: baseline from the insertion point, as wide as
 // its characters, as high as its height, turned by its rotation.
-std::vector<Point3d> textCorners(const TextEntity& t) {
+std::vector<Point3d> textCorners(const TextEntity& entity) {
+  const TextData& t = entity.data;
   const double width = 0.6 * t.height * static_cast<double>(std::max<std::size_t>(t.text.size(), 1));
   const double c = std::cos(t.rotation);
   const double s = std::sin(t.rotation);
@@ -147,6 +148,8 @@ platform::Extents entityExtents(const Entity& entity) {
     case EntityKind::Text:
       for (const Point3d& p : textCorners(static_cast<const TextEntity&>(entity))) e.add(p);
       break;
+    default:
+      break;
   }
   return e;
 }
@@ -175,6 +178,8 @@ double distanceXY(const Entity& entity, const Point3d& p) {
       if (p.x >= box.min.x && p.x <= box.max.x && p.y >= box.min.y && p.y <= box.max.y) return 0.0;
       return distanceToPath(corners, true, p);
     }
+    default:
+      break;
   }
   return std::numeric_limits<double>::infinity();
 }
@@ -213,6 +218,8 @@ bool touchesBoxXY(const Entity& entity, const Point3d& corner1, const Point3d& c
       }
       return pathTouchesBox(corners, true, box);
     }
+    default:
+      break;
   }
   return false;
 }

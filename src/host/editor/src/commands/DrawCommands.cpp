@@ -125,10 +125,11 @@ void textCommand(Session& s) {
   if (text.status != PromptStatus::Normal || text.text.empty()) return;
   s.db().modifyHeader().textSize = height;
   auto entity = std::make_unique<TextEntity>();
-  entity->position = at.value;
-  entity->height = height;
-  entity->rotation = angle.value * kPi / 180.0;
-  entity->text = text.text;
+  entity->data.position = at.value;
+  entity->data.alignmentPoint = at.value;
+  entity->data.height = height;
+  entity->data.rotation = angle.value * kPi / 180.0;
+  entity->data.text = text.text;
   add(s, std::move(entity));
 }
 

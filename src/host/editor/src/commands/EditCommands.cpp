@@ -75,13 +75,15 @@ void listGeometry(Session& s, const Entity& e) {
       break;
     }
     case EntityKind::Text: {
-      const auto& t = static_cast<const TextEntity&>(e);
+      const TextData& t = static_cast<const TextEntity&>(e).data;
       line(L"text: \"" + t.text + L"\"");
       line(L"start point: " + formatPoint(db, t.position));
       line(L"height: " + formatReal(db, t.height));
       line(L"rotation: " + formatReal(db, t.rotation * 180.0 / 3.14159265358979323846));
       break;
     }
+    default:
+      break;
   }
 }
 
