@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "host/editor/Console.h"
+#include "host/editor/DrawingFiles.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Options.h"
 #include "host/editor/PluginLoader.h"
@@ -36,8 +37,14 @@ int main(int argc, char** argv) {
     std::cout << "zarvel " << ZARVEL_VERSION << "\n";
     return 0;
   }
-  if (!options.drawing.empty() || !options.output.empty()) {
-    return fail(L"reading and writing drawing files is not available in this version");
+  std::unique_ptr<host::Document> drawing;
+  if (!options.drawing.empty()) {
+    host::OpenResult opened = host::openDocument(options.drawing);
+    if (!opened.document) {
+      std::cerr << platform::toUtf8(opened.error) << "\n";
+      return 1;
+    }
+    drawing = std::move(opened.document);
   }
 
   std::ifstream scriptFile;
@@ -54,7 +61,7 @@ int main(int argc, char** argv) {
     console = std::make_unique<host::TerminalConsole>(std::cout);
   }
 
-  host::Session session(*console);
+  host::Session session(*console, std::move(drawing));
   host::registerHostCommands(session);
   const std::filesystem::path plugin =
       options.plugin.empty() ? host::defaultPluginPath() : std::filesystem::path(options.plugin);
@@ -63,7 +70,15 @@ int main(int argc, char** argv) {
     session.print(L"zarvel " ZARVEL_VERSION_W L" - type HELP for the commands, QUIT to leave.\n");
   }
   session.run();
+  int status = 0;
+  if (!options.output.empty()) {
+    if (auto error = host::saveDocument(session.document(), options.output)) {
+      std::cout.flush();
+      std::cerr << platform::toUtf8(*error) << "\n";
+      status = 1;
+    }
+  }
   session.unloadModule();
   std::cout.flush();
-  return 0;
+  return status;
 }

@@ -108,10 +108,11 @@ def add_common_entities(doc, msp):
                             weights=[1, 0.5, 2, 0.75, 1], degree=3)
     msp.add_spline().set_closed([(0, 0, 0), (4, 0, 0), (4, 4, 0), (0, 4, 0)], degree=3)
 
-    if doc.dxfversion >= "AC1015":
-        msp.add_mline([(0, 0), (10, 0), (10, 10)], close=False,
-                      dxfattribs={"layer": "Walls"})
+    msp.add_mline([(0, 0), (10, 0), (10, 10)], dxfattribs={"layer": "Walls"})
 
+    # A dimension brings its anonymous *D block with it.
+    msp.add_linear_dim(base=(0, 8), p1=(0, 6), p2=(10, 6)).render()
+    msp.add_leader([(0, 0), (5, 5), (8, 5)])
     msp.add_solid([(0, 0), (1, 0), (0, 1), (1, 1)])
     msp.add_3dface([(0, 0, 0), (1, 0, 1), (1, 1, 2), (0, 1, 1)])
     msp.add_xline((0, 0, 0), (1, 1, 0))
@@ -176,8 +177,8 @@ def add_hatches(msp):
                                   is_closed=True, flags=1)
     solid.paths.add_polyline_path([(2, 2), (4, 2), (4, 4)], is_closed=True, flags=16)
 
-    pattern = msp.add_hatch(color=5, dxfattribs={"layer": "Walls"})
-    pattern.set_pattern_fill("ANSI31", scale=0.5, angle=15)
+    pattern = msp.add_hatch(dxfattribs={"layer": "Walls"})
+    pattern.set_pattern_fill("ANSI31", color=5, scale=0.5, angle=15)
     edges = pattern.paths.add_edge_path(flags=1)
     edges.add_line((0, 0), (10, 0))
     edges.add_arc((10, 5), 5, -90, 90)
@@ -199,7 +200,7 @@ def add_acis(doc, msp):
     square.add_face([(0, 0, 0), (4, 0, 0), (4, 4, 0), (0, 4, 0)])
     bodies = [(msp.add_region(), square),
               (msp.add_3dsolid(dxfattribs={"layer": "Walls"}), forms.cube())]
-    for entity, mesh in bodies:
+    for n, (entity, mesh) in enumerate(bodies, 1):
         acis.export_dxf(entity, [acis.body_from_mesh(mesh)])
         # The ACIS header carries the export time; pin it (same length) for reproducibility.
         if entity.has_binary_data:
@@ -207,7 +208,7 @@ def add_acis(doc, msp):
         else:
             entity.sat = [CTIME_TEXT.sub(FIXED_CTIME, line) for line in entity.sat]
         if entity.dxf.hasattr("uid"):  # R2013+: replace ezdxf's random GUID of the body
-            entity.dxf.uid = "{00000000-0000-0000-0000-%012X}" % int(entity.dxf.handle, 16)
+            entity.dxf.uid = "{00000000-0000-0000-0000-%012d}" % n
 
 
 def add_extras(doc, msp):

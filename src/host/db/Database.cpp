@@ -34,7 +34,10 @@ const wchar_t* kindName(EntityKind kind) {
   return L"ENTITY";
 }
 
-Database::Database(Empty) { headerId_ = addObject(std::make_unique<DatabaseHeader>()); }
+Database::Database(Empty) {
+  // The header is no object of the file, so it takes no handle from it.
+  headerId_ = addLoaded(std::make_unique<DatabaseHeader>());
+}
 
 Database::Database() {
   headerId_ = addObject(std::make_unique<DatabaseHeader>());

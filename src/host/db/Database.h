@@ -61,6 +61,8 @@ class Database {
   ObjectId modelSpace() const { return modelSpaceId_; }
   ObjectId paperSpace() const { return paperSpaceId_; }
   ObjectId findBlock(const std::wstring& name) const;
+  // Block records in table order.
+  const std::vector<ObjectId>& blockIds() const { return blockIds_; }
   // Entity ids of a block in its order, erased ones left out.
   std::vector<ObjectId> blockEntities(ObjectId block) const;
   std::size_t blockSlotCount(ObjectId block) const;
@@ -110,6 +112,23 @@ class Database {
   ObjectId addLoaded(std::unique_ptr<DbObject> object);
   // New objects get handles from here on; never lowers the next handle.
   void setNextHandle(Handle handle);
+  // An object being filled in while the drawing loads: no undo, and it keeps
+  // counting as unchanged since it was read.
+  template <typename T>
+  T* loading(ObjectId id) {
+    DbObject* o = id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();
+    return o != nullptr && o->type() == T::kObjectType ? static_cast<T*>(o) : nullptr;
+  }
+  DbObject* loadingObject(ObjectId id) {
+    return id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();
+  }
+  // After handles were given while loading: look them up afresh.
+  void reindexHandles() {
+    handleIndexBuilt_ = false;
+    handleIndex_.clear();
+  }
+  // Hands out the next handle, for objects made outside the database's own calls.
+  Handle takeHandle() { return handleSeed_++; }
   // The text of the file the drawing was read from, which objects' sources index.
   void setSourceText(std::shared_ptr<const std::string> text) { source_ = std::move(text); }
   std::string_view sourceText(const DbObject& object) const;

@@ -10,6 +10,7 @@
 
 #include "db/DeepPtr.h"
 #include "db/OdRecordList.h"
+#include "platform/Geometry.h"
 #include "platform/ObjectId.h"
 #include "platform/OdTypes.h"
 
@@ -90,6 +91,9 @@ class Layer : public DbObjectOf<Layer, ObjectType::Layer> {
  public:
   std::wstring name;
   short color = 7;
+  ObjectId linetype;  // null: continuous
+  std::int16_t lineweight = -3;
+  std::int32_t trueColor = -1;
   bool frozen = false;
   bool locked = false;
   bool off = false;
@@ -99,6 +103,10 @@ class Layer : public DbObjectOf<Layer, ObjectType::Layer> {
 class BlockRecord : public DbObjectOf<BlockRecord, ObjectType::BlockRecord> {
  public:
   std::wstring name;
+  platform::Point3d basePoint;
+  std::int16_t flags = 0;  // 1 anonymous, 2 has attributes, 4 external
+  // For the anonymous block of a dynamic block's reference: the dynamic block.
+  ObjectId dynamicBlock;
 };
 
 // The definition of one Object Data table. Records refer to it by index.
@@ -109,9 +117,12 @@ class OdTableObject : public DbObjectOf<OdTableObject, ObjectType::OdTable> {
   std::uint32_t index = 0;
 };
 
+// An entry of a dictionary: its name and the handle it names, with the group
+// code that says how (350 soft owner, 360 hard owner).
 struct DictEntry {
   std::wstring name;
-  ObjectId id;
+  Handle handle = 0;
+  std::int16_t code = 350;
 };
 
 // A dictionary of named objects, such as the drawing's root dictionary.
@@ -125,6 +136,8 @@ class Dictionary : public DbObjectOf<Dictionary, ObjectType::Dictionary> {
 class TaggedObject : public DbObjectOf<TaggedObject, ObjectType::Tagged> {
  public:
   std::string dxfName;
+  // The name of a table record (a linetype's, a text style's...); empty otherwise.
+  std::wstring name;
 };
 
 // An entity's extension dictionary. Its ZARVEL_OD entry, an xrecord with the

@@ -66,7 +66,9 @@ constexpr std::array<Entry, kTableSize> makeTable() {
 
 constexpr std::array<Entry, kTableSize> kTable = makeTable();
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isBlank(char c) {
+  return c == ' ' || c == '\t';
+}
 
 std::string_view trimBlanks(std::string_view text) {
   while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
@@ -82,7 +84,9 @@ bool dropPlus(std::string_view& text) {
   return !text.empty() && text.front() != '-';
 }
 
-bool inRange(int code, int first, int last) { return code >= first && code <= last; }
+bool inRange(int code, int first, int last) {
+  return code >= first && code <= last;
+}
 
 }  // namespace
 
@@ -95,12 +99,18 @@ bool isDefinedCode(int code) {
   return code >= 0 && code < kTableSize && kTable[static_cast<std::size_t>(code)].defined;
 }
 
-bool isSoftPointer(int code) { return inRange(code, 320, 329); }
-bool isSoftOwner(int code) { return inRange(code, 330, 339) || inRange(code, 350, 359); }
+bool isSoftPointer(int code) {
+  return inRange(code, 320, 329);
+}
+bool isSoftOwner(int code) {
+  return inRange(code, 330, 339) || inRange(code, 350, 359);
+}
 bool isHardPointer(int code) {
   return inRange(code, 340, 349) || inRange(code, 390, 399) || inRange(code, 480, 481);
 }
-bool isHardOwner(int code) { return inRange(code, 360, 369); }
+bool isHardOwner(int code) {
+  return inRange(code, 360, 369);
+}
 
 std::optional<double> parseDouble(std::string_view text) {
   text = trimBlanks(text);

@@ -17,10 +17,10 @@ ValueType valueType(int code);
 bool isDefinedCode(int code);
 
 // Handle references by the kind of link they make.
-bool isSoftPointer(int code);   // 320-329
-bool isSoftOwner(int code);     // 330-339, 350-359
-bool isHardPointer(int code);   // 340-349, 390-399, 480-481
-bool isHardOwner(int code);     // 360-369
+bool isSoftPointer(int code);  // 320-329
+bool isSoftOwner(int code);    // 330-339, 350-359
+bool isHardPointer(int code);  // 340-349, 390-399, 480-481
+bool isHardOwner(int code);    // 360-369
 
 // The parsers accept leading and trailing blanks (space, tab) and nothing else around the
 // number, and return nothing for anything they cannot read whole.

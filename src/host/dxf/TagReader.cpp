@@ -15,8 +15,12 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr int kMaxCodeDigits = 5;
 constexpr int kMaxCode = 32767;
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // What may follow the last tag without being taken for a broken one: line ends, blanks, and
 // the NUL or Ctrl-Z some old programs pad files with.
@@ -49,8 +53,8 @@ std::string_view lineAt(std::string_view data, std::size_t offset) {
 }
 
 ParseError endsInsideTag(std::size_t line, int code) {
-  return ParseError(line, "file ends inside a tag: group code " + std::to_string(code) +
-                              " has no value line");
+  return ParseError(
+      line, "file ends inside a tag: group code " + std::to_string(code) + " has no value line");
 }
 
 }  // namespace
@@ -64,7 +68,9 @@ TagReader::TagReader(std::string_view data) : data_(data) {
   }
 }
 
-std::optional<Tag> TagReader::next() { return read(pos_); }
+std::optional<Tag> TagReader::next() {
+  return read(pos_);
+}
 
 std::optional<Tag> TagReader::peek() const {
   Position pos = pos_;

@@ -12,7 +12,8 @@ void TagWriter::writeCode(int code) {
     const char text[3] = {' ', ' ', static_cast<char>('0' + code)};
     out_.append(text, 3);
   } else if (code >= 10 && code < 100) {
-    const char text[3] = {' ', static_cast<char>('0' + code / 10), static_cast<char>('0' + code % 10)};
+    const char text[3] = {' ', static_cast<char>('0' + code / 10),
+                          static_cast<char>('0' + code % 10)};
     out_.append(text, 3);
   } else {
     char text[16];
@@ -45,8 +46,14 @@ void TagWriter::write(int code, double value) {
   } else if (std::isinf(value)) {
     out_.append(value < 0 ? "-inf" : "inf");
   } else {
-    char text[40];
-    const auto result = std::to_chars(text, text + sizeof text - 2, value);
+    // Plain decimals for the magnitudes drawings use, so that 100000 is not written "1e+05";
+    // exponents only where plain digits would run long.
+    const double magnitude = std::fabs(value);
+    const bool plain = magnitude == 0.0 || (magnitude >= 1e-5 && magnitude < 1e15);
+    char text[64];
+    const auto result =
+        plain ? std::to_chars(text, text + sizeof text - 2, value, std::chars_format::fixed)
+              : std::to_chars(text, text + sizeof text - 2, value);
     auto length = static_cast<std::size_t>(result.ptr - text);
     if (!std::memchr(text, '.', length) && !std::memchr(text, 'e', length)) {
       text[length++] = '.';

@@ -1,5 +1,5 @@
-// The text codec: ASCII passes straight through; UTF-8 goes through the platform's conversions
-// and code pages through iconv, whose converters are kept per thread because a converter
+// The text codec: ASCII passes straight through; UTF-8 is decoded by the platform's conversion
+// and code pages go through iconv, whose converters are kept per thread because a converter
 // carries state and may not be shared.
 #include "dxf/TextCodec.h"
 
@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -20,7 +21,8 @@ static_assert(sizeof(wchar_t) == 4, "the codec hands iconv whole code points as 
 
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr char kFallbackCharset[] = "CP1252";
-const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);
+// iconv_open's failure value.
+const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
 
 // One direction pair of iconv converters for a character set.
 struct Converter {
@@ -131,8 +133,16 @@ long escapeAt(const std::wstring& text, std::size_t at) {
   return value;
 }
 
-bool isHighSurrogate(long unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool isLowSurrogate(long unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+std::uint32_t codePoint(wchar_t c) {
+  return static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<wchar_t>>(c));
+}
+
+bool isHighSurrogate(long unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool isLowSurrogate(long unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 void resolveEscapes(std::wstring& text) {
   std::size_t in = text.find(L'\\');
@@ -159,14 +169,19 @@ void resolveEscapes(std::wstring& text) {
 
 void appendEscape(std::string& out, std::uint32_t unit) {
   static constexpr char kDigits[] = "0123456789ABCDEF";
-  const char text[7] = {'\\', 'U', '+', kDigits[(unit >> 12) & 0xF], kDigits[(unit >> 8) & 0xF],
-                        kDigits[(unit >> 4) & 0xF], kDigits[unit & 0xF]};
+  const char text[7] = {'\\',
+                        'U',
+                        '+',
+                        kDigits[(unit >> 12) & 0xF],
+                        kDigits[(unit >> 8) & 0xF],
+                        kDigits[(unit >> 4) & 0xF],
+                        kDigits[unit & 0xF]};
   out.append(text, sizeof text);
 }
 
 // The escapes of a character the target cannot hold.
 void appendEscaped(std::string& out, wchar_t c) {
-  auto cp = static_cast<std::uint32_t>(c);
+  std::uint32_t cp = codePoint(c);
   if (cp > 0x10FFFF) {
     appendEscape(out, kReplacement);
   } else if (cp > 0xFFFF) {
@@ -186,7 +201,7 @@ bool isAscii(std::string_view bytes) {
 
 bool isAscii(std::wstring_view text) {
   std::uint32_t any = 0;
-  for (wchar_t c : text) any |= static_cast<std::uint32_t>(c);
+  for (wchar_t c : text) any |= codePoint(c);
   return any < 0x80;
 }
 
@@ -198,28 +213,26 @@ std::wstring decodeWithIconv(iconv_t cd, std::string_view bytes) {
   auto* in = const_cast<char*>(bytes.data());
   std::size_t inLeft = bytes.size();
   std::size_t used = 0;
-  bool flushed = false;
-  while (!flushed) {
+  for (;;) {
+    const bool flushing = inLeft == 0;
     auto* outPtr = reinterpret_cast<char*>(out.data() + used);
     std::size_t outLeft = (out.size() - used) * sizeof(wchar_t);
-    const std::size_t result = inLeft > 0 ? iconv(cd, &in, &inLeft, &outPtr, &outLeft)
-                                          : iconv(cd, nullptr, nullptr, &outPtr, &outLeft);
+    const std::size_t result = flushing ? iconv(cd, nullptr, nullptr, &outPtr, &outLeft)
+                                        : iconv(cd, &in, &inLeft, &outPtr, &outLeft);
     const int error = errno;
     used = out.size() - outLeft / sizeof(wchar_t);
     if (result != static_cast<std::size_t>(-1)) {
-      flushed = inLeft == 0;
-      continue;
-    }
-    if (error == E2BIG) {
+      if (flushing) break;
+    } else if (error == E2BIG) {
       out.resize(out.size() * 2);
-    } else if (inLeft > 0) {
+    } else if (!flushing) {
       // EILSEQ or EINVAL: a byte that starts no character of the set.
       if (used == out.size()) out.resize(out.size() * 2);
       out[used++] = kReplacement;
       ++in;
       --inLeft;
     } else {
-      flushed = true;
+      break;
     }
   }
   out.resize(used);
@@ -232,21 +245,19 @@ std::string encodeWithIconv(iconv_t cd, std::wstring_view text) {
   auto* in = reinterpret_cast<char*>(const_cast<wchar_t*>(text.data()));
   std::size_t inLeft = text.size() * sizeof(wchar_t);
   std::size_t used = 0;
-  bool flushed = false;
-  while (!flushed) {
+  for (;;) {
+    const bool flushing = inLeft == 0;
     char* outPtr = out.data() + used;
     std::size_t outLeft = out.size() - used;
-    const std::size_t result = inLeft > 0 ? iconv(cd, &in, &inLeft, &outPtr, &outLeft)
-                                          : iconv(cd, nullptr, nullptr, &outPtr, &outLeft);
+    const std::size_t result = flushing ? iconv(cd, nullptr, nullptr, &outPtr, &outLeft)
+                                        : iconv(cd, &in, &inLeft, &outPtr, &outLeft);
     const int error = errno;
     used = out.size() - outLeft;
     if (result != static_cast<std::size_t>(-1)) {
-      flushed = inLeft == 0;
-      continue;
-    }
-    if (error == E2BIG) {
+      if (flushing) break;
+    } else if (error == E2BIG) {
       out.resize(out.size() * 2);
-    } else if (inLeft > 0) {
+    } else if (!flushing) {
       // A character the code page has no bytes for.
       out.resize(used);
       appendEscaped(out, *reinterpret_cast<const wchar_t*>(in));
@@ -255,7 +266,7 @@ std::string encodeWithIconv(iconv_t cd, std::wstring_view text) {
       in += sizeof(wchar_t);
       inLeft -= sizeof(wchar_t);
     } else {
-      flushed = true;
+      break;
     }
   }
   out.resize(used);
@@ -266,13 +277,24 @@ std::string encodeUtf8(std::wstring_view text) {
   std::string out;
   out.reserve(text.size() + text.size() / 2);
   for (wchar_t c : text) {
-    const auto cp = static_cast<std::uint32_t>(c);
+    const std::uint32_t cp = codePoint(c);
     if (cp < 0x80) {
       out.push_back(static_cast<char>(cp));
+    } else if (cp < 0x800) {
+      out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
+      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
     } else if ((cp >= 0xD800 && cp <= 0xDFFF) || cp > 0x10FFFF) {
+      // UTF-8 has no form for these; the escape keeps them for the next reader.
       appendEscaped(out, c);
+    } else if (cp < 0x10000) {
+      out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
+      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
     } else {
-      out += platform::toUtf8(std::wstring_view(&c, 1));
+      out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
+      out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
+      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
+      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
     }
   }
   return out;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/editor/AnswerParsing.h"
+#include "host/editor/DrawingFiles.h"
 #include "host/editor/SelectionResolver.h"
 #include "platform/Text.h"
 
@@ -12,8 +13,10 @@ namespace host {
 
 using platform::PromptStatus;
 
-Session::Session(Console& console)
-    : prompter_(console), ui_(prompter_), document_(std::make_unique<Document>()) {}
+Session::Session(Console& console, std::unique_ptr<Document> document)
+    : prompter_(console),
+      ui_(prompter_),
+      document_(document ? std::move(document) : newDocument()) {}
 
 Session::~Session() { unloadModule(); }
 
@@ -25,6 +28,12 @@ std::optional<std::wstring> Session::loadModule(const std::filesystem::path& pat
   }
   plugin_.send(platform::AppMsg::kLoadDwg);
   return std::nullopt;
+}
+
+void Session::replaceDocument(std::unique_ptr<Document> document) {
+  if (plugin_.isLoaded()) plugin_.send(platform::AppMsg::kUnloadDwg);
+  document_ = std::move(document);
+  if (plugin_.isLoaded()) plugin_.send(platform::AppMsg::kLoadDwg);
 }
 
 void Session::unloadModule() {

@@ -97,6 +97,7 @@ void registerHostCommands(Session& session) {
   registerDrawCommands(session);
   registerEditCommands(session);
   registerSessionCommands(session);
+  registerFileCommands(session);
 }
 
 }  // namespace host

@@ -1,6 +1,9 @@
-// One open drawing and the editor state that belongs to it.
+// One open drawing, the image of the file it came from, and the editor state
+// that belongs to it.
 #pragma once
 
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,14 +11,25 @@
 #include "db/PortDrawing.h"
 #include "db/PortFeatureClasses.h"
 #include "db/PortObjectData.h"
+#include "dxf/FileImage.h"
 
 namespace host {
 
 struct Document {
-  Database db;
+  // A drawing without a file: the database alone, as tests make it.
+  Document() : Document(std::make_unique<Database>(), nullptr) {}
+  Document(std::unique_ptr<Database> database, std::unique_ptr<dxf::FileImage> fileImage)
+      : owned(std::move(database)), db(*owned), image(std::move(fileImage)) {}
+
+  std::unique_ptr<Database> owned;
+  Database& db;
+  // What the drawing's file held; a new drawing's is the template's.
+  std::unique_ptr<dxf::FileImage> image;
   DbProject project{db};
   DbDrawing drawing{db};
   DbFeatureClasses featureClasses{db};
+  // The file the drawing was opened from or last saved to; empty for a new one.
+  std::filesystem::path path;
   std::wstring name = L"Drawing1.dxf";
   // The pick-first set: what is selected between commands.
   std::vector<ObjectId> pickFirst;

@@ -13,5 +13,6 @@ void registerObjectDataCommands(Session& session);
 void registerDrawCommands(Session& session);
 void registerEditCommands(Session& session);
 void registerSessionCommands(Session& session);
+void registerFileCommands(Session& session);
 
 }  // namespace host

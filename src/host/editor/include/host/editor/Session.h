@@ -36,7 +36,8 @@ class Session : public platform::Host,
                 public platform::CommandStack,
                 public platform::DynamicLinker {
  public:
-  explicit Session(Console& console);
+  // Starts with the document, or with a new drawing.
+  explicit Session(Console& console, std::unique_ptr<Document> document = nullptr);
   ~Session() override;
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -52,6 +53,8 @@ class Session : public platform::Host,
   void quit() { quitting_ = true; }
 
   Document& document() { return *document_; }
+  // Puts another drawing in place of the open one, telling the module.
+  void replaceDocument(std::unique_ptr<Document> document);
   Database& db() { return document_->db; }
   Prompter& prompter() { return prompter_; }
   PromptUi& promptUi() { return ui_; }

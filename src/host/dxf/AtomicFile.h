@@ -1,0 +1,27 @@
+// Whole-file reading, and saving that never leaves a half-written file in place of the old one.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace host::dxf {
+
+// Writes data to a new file beside the target, flushes it to disk and renames it over the
+// target, so that the target holds either its old bytes or all the new ones. A target that is a
+// symbolic link is replaced where the link points. An existing target's permissions are kept.
+// Returns nothing on success; on failure the temporary file is removed, the target is untouched
+// and the message names the file and the system's reason.
+std::optional<std::string> writeFileAtomically(const std::filesystem::path& path,
+                                               std::string_view data);
+
+struct FileBytes {
+  std::string bytes;
+  // Set when the file could not be read; it names the file and the system's reason.
+  std::optional<std::string> error;
+};
+
+FileBytes readWholeFile(const std::filesystem::path& path);
+
+}  // namespace host::dxf

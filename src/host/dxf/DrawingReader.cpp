@@ -1,0 +1,697 @@
+// The reader walks the sections once. Tables, blocks and entities become the
+// database's objects; the objects section is read in two passes, since a
+// dictionary's role (an entity's extension dictionary, the tables of Object
+// Data) decides how its children are read, and children may come first.
+#include "dxf/DrawingReader.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+#include "dxf/EntityCodec.h"
+#include "dxf/GroupCodes.h"
+#include "dxf/ObjectDataXrecords.h"
+#include "dxf/ParseError.h"
+#include "dxf/TagReader.h"
+#include "platform/Text.h"
+
+namespace host::dxf {
+namespace {
+
+Handle handleOf(const Tag& tag) {
+  const auto h = parseHandle(tag.value);
+  if (!h) throw ParseError(tag.line, "a handle is expected, not '" + std::string(tag.value) + "'");
+  return *h;
+}
+
+double realOf(const Tag& tag) {
+  const auto v = parseDouble(tag.value);
+  if (!v) throw ParseError(tag.line, "a real number is expected, not '" + std::string(tag.value) + "'");
+  return *v;
+}
+
+std::int64_t integerOf(const Tag& tag) {
+  const auto v = parseInt(tag.value);
+  if (!v) throw ParseError(tag.line, "an integer is expected, not '" + std::string(tag.value) + "'");
+  return *v;
+}
+
+// An object of the OBJECTS section before its role is known.
+struct RawObject {
+  std::string_view dxfName;
+  Handle handle = 0;
+  Handle owner = 0;
+  SourceSpan span;
+  TagReader::Position at;
+  std::size_t line = 0;
+  std::vector<DictEntry> entries;  // for dictionaries
+  std::vector<std::string_view> entryNames;
+};
+
+// The data groups of an XRECORD: what follows its subclass marker and the
+// cloning flag that may open them.
+std::vector<Tag> xrecordData(const std::vector<Tag>& body) {
+  std::size_t i = 0;
+  while (i < body.size() && !(body[i].code == 100 && body[i].value == "AcDbXrecord")) ++i;
+  if (i < body.size()) ++i;
+  if (i < body.size() && body[i].code == 280) ++i;
+  return std::vector<Tag>(body.begin() + static_cast<std::ptrdiff_t>(i), body.end());
+}
+
+class Reader : public ReadContext {
+ public:
+  Reader(std::shared_ptr<const std::string> text, const ProgressFunction& progress)
+      : text_(std::move(text)),
+        tags_(*text_),
+        progress_(progress),
+        db_(std::make_unique<Database>(Database::Empty{})),
+        image_(std::make_unique<FileImage>()) {
+    image_->text = text_;
+    if (text_->find("\r\n") < text_->find('\n') + 1) image_->lineEnd = LineEnd::CrLf;
+  }
+
+  LoadedDrawing run();
+
+  // --- ReadContext ---------------------------------------------------------
+  const TextCodec& codec() const override { return image_->codec; }
+  ObjectId layer(std::wstring_view name) override;
+  ObjectId linetype(std::wstring_view name) override;
+  ObjectId block(std::wstring_view name) override;
+
+ private:
+  Tag nextTag(const char* what);
+  Tag expectCode(int code, const char* what);
+  SourceSpan spanFrom(std::size_t offset) const {
+    return {offset, static_cast<std::uint32_t>(tags_.position().offset - offset)};
+  }
+  // Reads the tags up to the next group-0 tag.
+  void readBody(std::vector<Tag>& into);
+  void skipToEndOfSection();
+  void reportProgress();
+
+  // Each section's reader stops after its ENDSEC and gives that tag's offset.
+  std::size_t readHeader();
+  std::size_t readTables();
+  void readTableRecord(FileImage::Table& table, const Tag& first);
+  std::size_t readBlocks();
+  std::size_t readEntities();
+  // Reads the entity that starts with `first`, owned by a block (null: from its tags).
+  void readEntity(const Tag& first, ObjectId block);
+  std::size_t readObjects();
+  void finish();
+
+  std::shared_ptr<const std::string> text_;
+  TagReader tags_;
+  const ProgressFunction& progress_;
+  std::unique_ptr<Database> db_;
+  std::unique_ptr<FileImage> image_;
+  Handle headerSeed_ = 0;
+  std::string currentLayerRaw_;
+  std::wstring currentLayerName_;
+  std::unordered_map<std::wstring, ObjectId> layers_;  // lower-cased names
+  std::unordered_map<std::wstring, ObjectId> linetypes_;
+  std::unordered_map<std::wstring, ObjectId> blocks_;
+  std::unordered_map<Handle, ObjectId> blockHandles_;
+  std::vector<std::pair<ObjectId, Handle>> dynamicOf_;  // anonymous block, dynamic block
+  std::vector<std::pair<ObjectId, Handle>> xdictOf_;  // entity, its dictionary's handle
+  std::vector<Tag> body_;
+  std::size_t nextProgress_ = 0;
+};
+
+std::wstring folded(std::wstring_view name) { return platform::lowerCase(name); }
+
+ObjectId Reader::layer(std::wstring_view name) {
+  const std::wstring key = folded(name);
+  auto it = layers_.find(key);
+  if (it != layers_.end()) return it->second;
+  // A layer the entities name but the table lacks is made, as the host would on
+  // an audit; it gets a handle when it is first written.
+  auto made = std::make_unique<Layer>();
+  made->name = std::wstring(name);
+  const ObjectId id = db_->addLoaded(std::move(made));
+  layers_.emplace(key, id);
+  return id;
+}
+
+ObjectId Reader::linetype(std::wstring_view name) {
+  auto it = linetypes_.find(folded(name));
+  return it != linetypes_.end() ? it->second : ObjectId();
+}
+
+ObjectId Reader::block(std::wstring_view name) {
+  auto it = blocks_.find(folded(name));
+  return it != blocks_.end() ? it->second : ObjectId();
+}
+
+Tag Reader::nextTag(const char* what) {
+  auto tag = tags_.next();
+  if (!tag) throw ParseError(0, std::string("the file ends inside ") + what);
+  return *tag;
+}
+
+Tag Reader::expectCode(int code, const char* what) {
+  Tag tag = nextTag(what);
+  if (tag.code != code) {
+    throw ParseError(tag.line, std::string("group ") + std::to_string(code) + " expected in " +
+                                   what + ", found group " + std::to_string(tag.code));
+  }
+  return tag;
+}
+
+void Reader::readBody(std::vector<Tag>& into) {
+  for (;;) {
+    auto peeked = tags_.peek();
+    if (!peeked) throw ParseError(0, "the file ends without an end of section");
+    if (peeked->code == 0) return;
+    into.push_back(*tags_.next());
+  }
+}
+
+void Reader::reportProgress() {
+  if (!progress_) return;
+  const std::size_t at = tags_.position().offset;
+  if (at >= nextProgress_) {
+    progress_(static_cast<double>(at) / static_cast<double>(text_->size()));
+    nextProgress_ = at + text_->size() / 100 + 1;
+  }
+}
+
+void Reader::skipToEndOfSection() {
+  for (;;) {
+    const Tag tag = nextTag("a section");
+    if (tag.code == 0 && tag.value == "ENDSEC") return;
+  }
+}
+
+LoadedDrawing Reader::run() {
+  std::size_t partStart = 0;
+  bool sawEof = false;
+  while (auto tag = tags_.next()) {
+    if (tag->code == 999) continue;  // comments stay in the text of the part they precede
+    if (tag->code != 0) {
+      throw ParseError(tag->line,
+                       "a section is expected, found group " + std::to_string(tag->code));
+    }
+    if (tag->value == "EOF") {
+      FileImage::Part part;
+      part.text = {partStart, static_cast<std::uint32_t>(text_->size() - partStart)};
+      image_->parts.push_back(part);
+      sawEof = true;
+      break;
+    }
+    if (tag->value != "SECTION") {
+      throw ParseError(tag->line,
+                       "a section is expected, found '" + std::string(tag->value) + "'");
+    }
+    const Tag name = expectCode(2, "a section's name");
+    FileImage::Part part;
+    part.head = spanFrom(partStart);
+    std::size_t endsec = 0;
+    if (name.value == "HEADER") {
+      part.kind = FileImage::PartKind::Header;
+      readHeader();
+    } else if (name.value == "TABLES") {
+      part.kind = FileImage::PartKind::Tables;
+      endsec = readTables();
+    } else if (name.value == "BLOCKS") {
+      part.kind = FileImage::PartKind::Blocks;
+      endsec = readBlocks();
+    } else if (name.value == "ENTITIES") {
+      part.kind = FileImage::PartKind::Entities;
+      endsec = readEntities();
+    } else if (name.value == "OBJECTS") {
+      part.kind = FileImage::PartKind::Objects;
+      endsec = readObjects();
+    } else {
+      skipToEndOfSection();
+    }
+    part.text = spanFrom(partStart);
+    if (endsec != 0) part.tail = spanFrom(endsec);
+    image_->parts.push_back(part);
+    partStart = tags_.position().offset;
+    reportProgress();
+  }
+  if (!sawEof) throw ParseError(0, "the file has no end of file marker (EOF)");
+  finish();
+  return {std::move(db_), std::move(image_)};
+}
+
+std::size_t Reader::readHeader() {
+  std::string version;
+  std::string codePage;
+  for (;;) {
+    const Tag tag = nextTag("the header");
+    if (tag.code == 0 && tag.value == "ENDSEC") break;
+    if (tag.code != 9) continue;
+    const std::string_view variable = tag.value;
+    auto value = tags_.peek();
+    if (!value || value->code == 9 || value->code == 0) continue;
+    if (variable == "$ACADVER") version = std::string(value->value);
+    if (variable == "$DWGCODEPAGE") codePage = std::string(value->value);
+    if (variable == "$HANDSEED") headerSeed_ = handleOf(*value);
+    if (variable == "$CLAYER") currentLayerRaw_ = std::string(value->value);
+    if (variable == "$LUPREC") {
+      const std::int64_t v = integerOf(*value);
+      if (v >= 0 && v <= 8) db_->modifyHeader().luprec = static_cast<short>(v);
+    }
+    if (variable == "$TEXTSIZE") {
+      const double v = realOf(*value);
+      if (v > 0) db_->modifyHeader().textSize = v;
+    }
+  }
+  if (version.empty()) version = "AC1009";
+  static const char* const kSupported[] = {"AC1015", "AC1018", "AC1021", "AC1024", "AC1027",
+                                           "AC1032"};
+  bool supported = false;
+  for (const char* v : kSupported) supported = supported || version == v;
+  if (!supported) {
+    throw ParseError(0, "drawing files of version " + version +
+                            " are not supported; versions AC1015 (2000) to AC1032 (2018) are");
+  }
+  image_->acadVersion = version;
+  if (!codePage.empty()) image_->codePage = codePage;
+  image_->codec = TextCodec(image_->acadVersion, image_->codePage);
+  currentLayerName_ = image_->codec.decode(currentLayerRaw_);
+  return 0;
+}
+
+
+std::size_t Reader::readTables() {
+  for (;;) {
+    const Tag tag = nextTag("the tables");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    if (tag.code != 0 || tag.value != "TABLE") {
+      throw ParseError(tag.line, "a table is expected, found '" + std::string(tag.value) + "'");
+    }
+    FileImage::Table table;
+    body_.clear();
+    readBody(body_);
+    for (const Tag& t : body_) {
+      if (t.code == 2) table.name = std::string(t.value);
+      if (t.code == 5) table.handle = handleOf(t);
+    }
+    table.head = spanFrom(tag.offset);
+    for (;;) {
+      const Tag record = nextTag("a table");
+      if (record.code != 0) {
+        throw ParseError(record.line, "a table record is expected, found group " +
+                                          std::to_string(record.code));
+      }
+      if (record.value == "ENDTAB") {
+        body_.clear();
+        readBody(body_);
+        table.tail = spanFrom(record.offset);
+        break;
+      }
+      readTableRecord(table, record);
+    }
+    image_->tables.push_back(std::move(table));
+  }
+}
+
+void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
+  body_.clear();
+  readBody(body_);
+  const SourceSpan span = spanFrom(first.offset);
+  Handle handle = 0;
+  Handle owner = 0;
+  std::string_view name;
+  bool hasName = false;
+  for (const Tag& t : body_) {
+    if ((t.code == 5 || t.code == 105) && handle == 0) handle = handleOf(t);
+    if (t.code == 330 && owner == 0) owner = handleOf(t);
+    if (t.code == 2 && !hasName) {
+      name = t.value;
+      hasName = true;
+    }
+  }
+  const std::wstring decoded = codec().decode(name);
+  if (first.value == "LAYER") {
+    auto layer = std::make_unique<Layer>();
+    layer->name = decoded;
+    bool inXdata = false;
+    bool ours = false;
+    for (const Tag& t : body_) {
+      if (t.code == 1001) {
+        inXdata = true;
+        ours = t.value == "ZARVEL";
+        continue;
+      }
+      if (inXdata) {
+        // The host's own XDATA says that the layer is hidden.
+        if (ours && t.code == 1070 && integerOf(t) != 0) layer->hidden = true;
+        continue;
+      }
+      switch (t.code) {
+        case 70: {
+          const std::int64_t flags = integerOf(t);
+          layer->frozen = (flags & 1) != 0;
+          layer->locked = (flags & 4) != 0;
+          break;
+        }
+        case 62: {
+          const std::int64_t color = integerOf(t);
+          layer->off = color < 0;
+          layer->color = static_cast<short>(color < 0 ? -color : color);
+          break;
+        }
+        case 6: layer->linetype = linetype(codec().decode(t.value)); break;
+        case 370: layer->lineweight = static_cast<std::int16_t>(integerOf(t)); break;
+        case 420: layer->trueColor = static_cast<std::int32_t>(integerOf(t)); break;
+        default: break;
+      }
+    }
+    layer->handle = handle;
+    layer->source = span;
+    const ObjectId id = db_->addLoaded(std::move(layer));
+    layers_.emplace(folded(decoded), id);
+    return;
+  }
+  if (first.value == "BLOCK_RECORD") {
+    auto record = std::make_unique<BlockRecord>();
+    record->name = decoded;
+    record->handle = handle;
+    record->source = span;
+    const ObjectId id = db_->addLoaded(std::move(record));
+    blocks_.emplace(folded(decoded), id);
+    blockHandles_.emplace(handle, id);
+    // The anonymous block of a dynamic block's reference names the dynamic block.
+    for (std::size_t i = 0; i + 1 < body_.size(); ++i) {
+      if (body_[i].code == 1001 && body_[i].value == "AcDbBlockRepBTag") {
+        for (std::size_t j = i + 1; j < body_.size() && body_[j].code != 1001; ++j) {
+          if (body_[j].code == 1005) dynamicOf_.emplace_back(id, handleOf(body_[j]));
+        }
+      }
+    }
+    return;
+  }
+  auto other = std::make_unique<TaggedObject>();
+  other->dxfName = std::string(first.value);
+  other->name = decoded;
+  other->handle = handle;
+  other->source = span;
+  const ObjectId id = db_->addLoaded(std::move(other));
+  table.records.push_back(id);
+  if (first.value == "LTYPE") linetypes_.emplace(folded(decoded), id);
+  (void)owner;
+}
+
+std::size_t Reader::readBlocks() {
+  for (;;) {
+    const Tag tag = nextTag("the blocks");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    if (tag.code != 0 || tag.value != "BLOCK") {
+      throw ParseError(tag.line, "a block is expected, found '" + std::string(tag.value) + "'");
+    }
+    body_.clear();
+    readBody(body_);
+    Handle owner = 0;
+    std::string_view name;
+    Point3d base;
+    std::int16_t flags = 0;
+    for (const Tag& t : body_) {
+      if (t.code == 330 && owner == 0) owner = handleOf(t);
+      if (t.code == 2 && name.empty()) name = t.value;
+      if (t.code == 10) base.x = realOf(t);
+      if (t.code == 20) base.y = realOf(t);
+      if (t.code == 30) base.z = realOf(t);
+      if (t.code == 70) flags = static_cast<std::int16_t>(integerOf(t));
+    }
+    ObjectId blockId;
+    if (auto it = blockHandles_.find(owner); it != blockHandles_.end()) blockId = it->second;
+    if (blockId.isNull()) blockId = block(codec().decode(name));
+    if (blockId.isNull()) {
+      throw ParseError(tag.line, "the block '" + std::string(name) + "' has no block record");
+    }
+    FileImage::BlockText text;
+    text.begin = spanFrom(tag.offset);
+    BlockRecord* record = db_->loading<BlockRecord>(blockId);
+    record->basePoint = base;
+    record->flags = flags;
+    for (;;) {
+      const Tag inner = nextTag("a block");
+      if (inner.code != 0) {
+        throw ParseError(inner.line, "an entity is expected, found group " +
+                                         std::to_string(inner.code));
+      }
+      if (inner.value == "ENDBLK") {
+        body_.clear();
+        readBody(body_);
+        text.end = spanFrom(inner.offset);
+        break;
+      }
+      readEntity(inner, blockId);
+      reportProgress();
+    }
+    image_->blockTexts[blockId.value()] = text;
+    image_->blockOrder.push_back(blockId);
+  }
+}
+
+std::size_t Reader::readEntities() {
+  for (;;) {
+    const Tag tag = nextTag("the entities");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    if (tag.code != 0) {
+      throw ParseError(tag.line, "an entity is expected, found group " + std::to_string(tag.code));
+    }
+    readEntity(tag, ObjectId());
+    reportProgress();
+  }
+}
+
+void Reader::readEntity(const Tag& first, ObjectId blockId) {
+  const bool inEntitiesSection = blockId.isNull();
+  body_.clear();
+  body_.push_back(first);
+  readBody(body_);
+  if (endsWithSeqend(first.value, body_)) {
+    // Vertices and attributes are entities of their own in the file, up to a SEQEND.
+    for (;;) {
+      const Tag sub = nextTag("a polyline or a block reference");
+      body_.push_back(sub);
+      readBody(body_);
+      if (sub.value == "SEQEND") break;
+    }
+  }
+  ReadEntity read = dxf::readEntity(body_, *this);
+  Entity& entity = *read.entity;
+  entity.source = spanFrom(first.offset);
+  if (blockId.isNull()) {
+    if (auto it = blockHandles_.find(read.ownerHandle); it != blockHandles_.end()) {
+      blockId = it->second;
+    } else {
+      blockId = read.paperSpace ? db_->paperSpace() : db_->modelSpace();
+    }
+    if (blockId.isNull()) throw ParseError(first.line, "the drawing has no model space");
+  }
+  entity.owner = blockId;
+  const Handle xdict = read.xdictHandle;
+  auto* insert = entity.kind() == EntityKind::BlockReference
+                     ? static_cast<BlockReferenceEntity*>(read.entity.get())
+                     : nullptr;
+  const ObjectId id = db_->addLoaded(std::move(read.entity));
+  if (inEntitiesSection) {
+    auto& marks = image_->inEntitiesSection;
+    if (marks.size() <= id.value()) marks.resize(id.value() + 1, false);
+    marks[id.value()] = true;
+  }
+  if (xdict != 0) xdictOf_.emplace_back(id, xdict);
+  for (auto& attribute : read.attributes) {
+    attribute->owner = id;
+    const ObjectId attributeId = db_->addLoaded(std::move(attribute));
+    if (insert != nullptr) insert->attributes.push_back(attributeId);
+  }
+}
+
+namespace {
+
+// Handle, owner and (for dictionaries) entries of an object's tags. The owner is
+// the 330 outside the reactor groups.
+void scanObject(const std::vector<Tag>& body, RawObject& raw, bool dictionary) {
+  int groupDepth = 0;
+  for (std::size_t i = 0; i < body.size(); ++i) {
+    const Tag& t = body[i];
+    if (t.code == 102) {
+      groupDepth += !t.value.empty() && t.value.front() == '{' ? 1 : -1;
+      continue;
+    }
+    if (groupDepth > 0) continue;
+    if (t.code == 5 && raw.handle == 0) raw.handle = handleOf(t);
+    if (t.code == 330 && raw.owner == 0) raw.owner = handleOf(t);
+    if (dictionary && t.code == 3 && i + 1 < body.size() &&
+        (body[i + 1].code == 350 || body[i + 1].code == 360)) {
+      raw.entries.push_back({std::wstring(), handleOf(body[i + 1]),
+                             static_cast<std::int16_t>(body[i + 1].code)});
+      raw.entryNames.push_back(t.value);
+      ++i;
+    }
+  }
+}
+
+}  // namespace
+
+std::size_t Reader::readObjects() {
+  std::vector<RawObject> raws;
+  std::size_t endsec = 0;
+  TagReader::Position afterSection;
+  for (;;) {
+    const Tag tag = nextTag("the objects");
+    if (tag.code == 0 && tag.value == "ENDSEC") {
+      endsec = tag.offset;
+      afterSection = tags_.position();
+      break;
+    }
+    if (tag.code != 0) {
+      throw ParseError(tag.line, "an object is expected, found group " + std::to_string(tag.code));
+    }
+    body_.clear();
+    readBody(body_);
+    RawObject raw;
+    raw.dxfName = tag.value;
+    raw.at = {tag.offset, tag.line};
+    raw.line = tag.line;
+    scanObject(body_, raw, tag.value == "DICTIONARY");
+    for (std::size_t i = 0; i < raw.entries.size(); ++i) {
+      raw.entries[i].name = codec().decode(raw.entryNames[i]);
+    }
+    raw.span = spanFrom(tag.offset);
+    raws.push_back(std::move(raw));
+    reportProgress();
+  }
+
+  // Roles, from the dictionaries.
+  std::unordered_map<Handle, std::size_t> byHandle;
+  for (std::size_t i = 0; i < raws.size(); ++i) byHandle.emplace(raws[i].handle, i);
+  std::unordered_set<Handle> xdicts;
+  for (const auto& [entity, handle] : xdictOf_) xdicts.insert(handle);
+  Handle odTables = 0;
+  if (!raws.empty() && raws[0].dxfName == "DICTIONARY") {
+    for (const DictEntry& e : raws[0].entries) {
+      if (e.name == L"ZARVEL_OD_TABLES") odTables = e.handle;
+    }
+  }
+  std::unordered_map<Handle, std::wstring> tableXrecords;  // handle, table name
+  std::unordered_map<Handle, Handle> odXrecords;           // xrecord, its dictionary
+  for (const RawObject& raw : raws) {
+    if (raw.handle == odTables && raw.dxfName == "DICTIONARY") {
+      for (const DictEntry& e : raw.entries) tableXrecords.emplace(e.handle, e.name);
+    }
+    if (xdicts.count(raw.handle) > 0) {
+      for (const DictEntry& e : raw.entries) {
+        if (e.name == L"ZARVEL_OD") odXrecords.emplace(e.handle, raw.handle);
+      }
+    }
+  }
+
+  // The objects, in file order; the records of Object Data wait for the tables.
+  std::vector<std::pair<ObjectId, std::size_t>> recordsToRead;  // dictionary, its xrecord
+  std::vector<Handle> slotHandles;
+  for (std::size_t i = 0; i < raws.size(); ++i) {
+    const RawObject& raw = raws[i];
+    std::unique_ptr<DbObject> object;
+    if (i == 0 && raw.dxfName == "DICTIONARY") {
+      auto dict = std::make_unique<Dictionary>();
+      dict->entries = raw.entries;
+      object = std::move(dict);
+    } else if (raw.handle == odTables && raw.dxfName == "DICTIONARY") {
+      auto dict = std::make_unique<Dictionary>();
+      dict->entries = raw.entries;
+      object = std::move(dict);
+    } else if (xdicts.count(raw.handle) > 0 && raw.dxfName == "DICTIONARY") {
+      auto dict = std::make_unique<ExtDictionary>();
+      for (const DictEntry& e : raw.entries) {
+        if (e.name == L"ZARVEL_OD" && byHandle.count(e.handle) > 0) {
+          dict->odHandle = e.handle;
+        } else {
+          dict->extras.make().entries.push_back(e);
+        }
+      }
+      object = std::move(dict);
+    } else if (tableXrecords.count(raw.handle) > 0 && raw.dxfName == "XRECORD") {
+      auto table = std::make_unique<OdTableObject>();
+      table->name = tableXrecords[raw.handle];
+      tags_.seek(raw.at);
+      body_.clear();
+      tags_.next();
+      readBody(body_);
+      table->definition = readTableDefinition(xrecordData(body_), codec());
+      object = std::move(table);
+    } else if (odXrecords.count(raw.handle) > 0 && raw.dxfName == "XRECORD") {
+      slotHandles.push_back(raw.handle);
+      continue;  // held by its extension dictionary
+    } else {
+      auto other = std::make_unique<TaggedObject>();
+      other->dxfName = std::string(raw.dxfName);
+      object = std::move(other);
+    }
+    object->handle = raw.handle;
+    object->source = raw.span;
+    const ObjectId id = db_->addLoaded(std::move(object));
+    if (i == 0 && raw.dxfName == "DICTIONARY") image_->rootDictionary = id;
+    if (raw.handle == odTables && odTables != 0) image_->odTablesDictionary = id;
+    slotHandles.push_back(raw.handle);
+  }
+
+  // Owners, slots and Object Data records, now that every handle is known.
+  for (const RawObject& raw : raws) {
+    if (odXrecords.count(raw.handle) > 0 && raw.dxfName == "XRECORD") continue;
+    DbObject* object = db_->loadingObject(db_->idOfHandle(raw.handle));
+    if (object != nullptr) object->owner = db_->idOfHandle(raw.owner);
+  }
+  for (Handle h : slotHandles) {
+    auto xr = odXrecords.find(h);
+    if (xr == odXrecords.end()) {
+      image_->objects.push_back({db_->idOfHandle(h), false});
+      continue;
+    }
+    const ObjectId dictId = db_->idOfHandle(xr->second);
+    const RawObject& raw = raws[byHandle[h]];
+    image_->objects.push_back({dictId, true});
+    image_->odXrecordText[dictId.value()] = raw.span;
+    tags_.seek(raw.at);
+    body_.clear();
+    tags_.next();
+    readBody(body_);
+    ExtDictionary* dict = db_->loading<ExtDictionary>(dictId);
+    if (dict != nullptr) readRecords(*db_, xrecordData(body_), codec(), dict->od);
+  }
+  tags_.seek(afterSection);
+  return endsec;
+}
+
+void Reader::finish() {
+  // Layers made for names the table lacked have no handle until they are saved.
+  db_->setNextHandle(headerSeed_);
+  db_->reindexHandles();
+  for (const auto& [entity, handle] : xdictOf_) {
+    const ObjectId dict = db_->idOfHandle(handle);
+    if (db_->get<ExtDictionary>(dict) != nullptr) db_->loading<Entity>(entity)->xdict = dict;
+  }
+  for (const auto& [anonymous, handle] : dynamicOf_) {
+    const ObjectId dynamic = db_->idOfHandle(handle);
+    if (db_->get<BlockRecord>(dynamic) != nullptr) {
+      db_->loading<BlockRecord>(anonymous)->dynamicBlock = dynamic;
+    }
+  }
+  if (db_->modelSpace().isNull()) throw ParseError(0, "the drawing has no model space");
+  if (db_->layerIds().empty()) throw ParseError(0, "the drawing has no layers");
+  DatabaseHeader& header = db_->modifyHeader();
+  auto current = layers_.find(folded(currentLayerName_));
+  auto zero = layers_.find(L"0");
+  header.currentLayer = current != layers_.end() ? current->second
+                        : zero != layers_.end()  ? zero->second
+                                                 : db_->layerIds().front();
+  header.currentSpace = db_->modelSpace();
+  image_->loadedIdCount = db_->idCount();
+  db_->setSourceText(text_);
+}
+
+}  // namespace
+
+LoadedDrawing readDrawing(std::shared_ptr<const std::string> text,
+                          const ProgressFunction& progress) {
+  Reader reader(std::move(text), progress);
+  return reader.run();
+}
+
+}  // namespace host::dxf

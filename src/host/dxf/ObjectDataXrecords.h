@@ -1,0 +1,32 @@
+// Object Data in its file form: table definitions and an entity's records as
+// the data groups of XRECORDs. See docs/dxf-object-data.md.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "db/Database.h"
+#include "dxf/TagReader.h"
+#include "dxf/TagWriter.h"
+#include "dxf/TextCodec.h"
+
+namespace host::dxf {
+
+// The data groups of a definition: per column its name, type, description and
+// default value.
+void writeTableDefinition(const platform::OdTableDef& definition, TagWriter& out,
+                          const TextCodec& codec);
+// Reads the data groups (the tags after the XRECORD's subclass marker and its
+// cloning flag). Throws ParseError for a column without a name or type, or a
+// value of the wrong kind.
+platform::OdTableDef readTableDefinition(const std::vector<Tag>& data, const TextCodec& codec);
+
+// The data groups of an entity's records, in order.
+void writeRecords(const Database& db, const OdRecordList& records, TagWriter& out,
+                  const TextCodec& codec);
+// Appends the records in the data groups to the list. Throws ParseError for a
+// record of a table the drawing does not define, or a stray value.
+void readRecords(Database& db, const std::vector<Tag>& data, const TextCodec& codec,
+                 OdRecordList& records);
+
+}  // namespace host::dxf

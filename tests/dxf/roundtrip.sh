@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Round trips of drawings made by independent writers: each corpus file opened
+# and saved by zarvel without a change must come back byte for byte, read the
+# same in an independent reader, and open in GDAL.
+# Usage: roundtrip.sh ZARVEL SOURCE_DIR WORK_DIR
+set -euo pipefail
+zarvel=$1 src=$2 work=$3
+rm -rf "$work" && mkdir -p "$work/corpus" "$work/out"
+/usr/bin/python3 "$src/tests/dxf/make_corpus.py" "$work/corpus" >/dev/null
+: >"$work/empty.scr"
+failed=0
+for file in "$work"/corpus/*.dxf; do
+  name=$(basename "$file")
+  out="$work/out/$name"
+  if ! "$zarvel" "$file" -s "$work/empty.scr" -o "$out" >/dev/null; then
+    echo "FAIL $name: zarvel could not open and save it"; failed=1; continue
+  fi
+  if ! cmp -s "$file" "$out"; then
+    echo "FAIL $name: saved without changes, the file is not the same"
+    cmp "$file" "$out" | head -1; failed=1; continue
+  fi
+  "$src/tests/dxf/ogr_check.sh" "$out" >/dev/null || { echo "FAIL $name: GDAL cannot open it"; failed=1; }
+  echo "ok   $name"
+done
+exit $failed
