@@ -34,6 +34,14 @@ const wchar_t* kindName(EntityKind kind) {
   return L"ENTITY";
 }
 
+std::wstring typeName(const Entity& entity) {
+  if (entity.kind() == EntityKind::Unknown) {
+    const std::string& name = static_cast<const UnknownEntity&>(entity).dxfName;
+    return std::wstring(name.begin(), name.end());
+  }
+  return kindName(entity.kind());
+}
+
 Database::Database(Empty) {
   // The header is no object of the file, so it takes no handle from it.
   headerId_ = addLoaded(std::make_unique<DatabaseHeader>());

@@ -299,4 +299,7 @@ class UnknownEntity : public EntityOf<UnknownEntity, EntityKind::Unknown> {
   std::string dxfName;
 };
 
+// The DXF name of an entity, its own for a kind the host does not model.
+std::wstring typeName(const Entity& entity);
+
 }  // namespace host

@@ -19,7 +19,7 @@ std::wstring entitySummary(const Database& db, ObjectId id) {
   const Entity* e = db.entity(id);
   if (e == nullptr) return L"";
   const Layer* layer = db.get<Layer>(e->layer);
-  return handleToText(e->handle) + L" " + kindName(e->kind()) + L" " +
+  return handleToText(e->handle) + L" " + typeName(*e) + L" " +
          (layer != nullptr ? layer->name : std::wstring());
 }
 

@@ -95,7 +95,7 @@ void listCommand(Session& s) {
     const Entity* e = db.entity(id);
     if (e == nullptr) continue;
     const Layer* layer = db.get<Layer>(e->layer);
-    s.print(std::wstring(kindName(e->kind())) + L"  Layer: \"" +
+    s.print(typeName(*e) + L"  Layer: \"" +
             (layer != nullptr ? layer->name : L"") + L"\"  Space: " +
             (e->owner == db.modelSpace() ? L"Model space" : L"Paper space") + L"  Handle = " +
             handleToText(e->handle) + L"\n");
