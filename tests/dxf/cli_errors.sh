@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# The program's answers to drawings it cannot use: a malformed file is refused
+# with its line and nothing runs; a save that fails leaves the old file intact.
+# Usage: cli_errors.sh ZARVEL WORK_DIR
+set -uo pipefail
+zarvel=$1 work=$2
+rm -rf "$work" && mkdir -p "$work"
+cd "$work"
+failed=0
+fail() { echo "FAIL: $*"; failed=1; }
+
+printf 'SAVEAS\ngood.dxf\n' >save.scr
+"$zarvel" -s save.scr >/dev/null || fail "a new drawing could not be saved"
+
+# A group code that is no number, on line 5.
+sed '5s/.*/oops/' good.dxf >bad.dxf
+printf 'LINE\n0,0\n1,1\n\n' >draw.scr
+"$zarvel" bad.dxf -s draw.scr -o out.dxf >stdout.txt 2>stderr.txt
+status=$?
+[[ $status -eq 1 ]] || fail "a malformed drawing gave status $status"
+grep -q "^Error: bad.dxf:5: " stderr.txt || fail "no line-numbered error: $(cat stderr.txt)"
+[[ ! -s stdout.txt && ! -e out.dxf ]] || fail "a script ran on a drawing that did not open"
+
+# Cut short in the middle.
+head -c 2000 good.dxf >short.dxf
+"$zarvel" short.dxf -s draw.scr >/dev/null 2>stderr.txt && fail "a truncated drawing opened"
+grep -q "^Error: short.dxf" stderr.txt || fail "no error for a truncated drawing: $(cat stderr.txt)"
+
+# A save into a folder that is not there fails, and says so.
+"$zarvel" good.dxf -s draw.scr -o missing/out.dxf >/dev/null 2>stderr.txt
+status=$?
+[[ $status -eq 1 ]] || fail "a failed save gave status $status"
+grep -q "^Error: .*missing/out.dxf" stderr.txt || fail "no error for a failed save: $(cat stderr.txt)"
+
+# A save over a file that cannot be replaced leaves it as it was.
+cp good.dxf kept.dxf
+mkdir -p locked && cp good.dxf locked/kept.dxf && chmod 555 locked
+if [[ $(id -u) -ne 0 ]]; then
+  "$zarvel" good.dxf -s draw.scr -o locked/kept.dxf >/dev/null 2>&1 && fail "saved into a read-only folder"
+  cmp -s good.dxf locked/kept.dxf || fail "a failed save changed the old file"
+fi
+chmod 755 locked
+
+"$zarvel" --help >/dev/null || fail "--help failed"
+"$zarvel" --no-such-option >/dev/null 2>&1 && fail "an unknown option was accepted"
+exit $failed
