@@ -86,7 +86,7 @@ ObjectId Database::addObject(std::unique_ptr<DbObject> object) {
   object->undoStamp = undo_.stamp();
   objects_.push_back(std::move(object));
   const ObjectId id(objects_.size());
-  if (handleIndexBuilt_) handleIndex_[objects_.back()->handle] = id;
+  handleIndex_.add(objects_.back()->handle, id);
   if (undo_.recording()) undo_.saveCreation(id);
   return id;
 }
@@ -97,7 +97,7 @@ ObjectId Database::addLoaded(std::unique_ptr<DbObject> object) {
   objects_.push_back(std::move(object));
   const ObjectId id(objects_.size());
   DbObject& o = *objects_.back();
-  if (handleIndexBuilt_) handleIndex_[o.handle] = id;
+  handleIndex_.add(o.handle, id);
   switch (type) {
     case ObjectType::Layer: layerIds_.push_back(id); break;
     case ObjectType::BlockRecord: {
@@ -132,16 +132,15 @@ std::string_view Database::sourceText(const DbObject& object) const {
 ObjectId Database::idOfHandle(Handle handle) const {
   // Built on first use: most drawings never look a handle up, and the index
   // would cost more memory than the objects it points to.
-  if (!handleIndexBuilt_) {
-    handleIndex_.reserve(objects_.size());
+  if (!handleIndex_.built()) {
+    std::vector<HandleIndex::Entry> entries;
+    entries.reserve(objects_.size());
     for (std::size_t i = 0; i < objects_.size(); ++i) {
-      if (objects_[i]) handleIndex_[objects_[i]->handle] = ObjectId(i + 1);
+      if (objects_[i]) entries.emplace_back(objects_[i]->handle, ObjectId(i + 1));
     }
-    handleIndexBuilt_ = true;
+    handleIndex_.build(std::move(entries));
   }
-  auto it = handleIndex_.find(handle);
-  if (it == handleIndex_.end() || object(it->second) == nullptr) return {};
-  return it->second;
+  return handleIndex_.find(handle, [this](ObjectId id) { return object(id) != nullptr; });
 }
 
 std::vector<ObjectId> Database::layerIds() const {
@@ -238,7 +237,6 @@ std::vector<std::wstring> Database::undoSteps(int count) {
     names.push_back(step.name);
     undo_.undone().push_back(std::move(step));
   }
-  handleIndexBuilt_ = false;
   handleIndex_.clear();
   bumpOdGeneration();
   return names;
@@ -254,7 +252,6 @@ std::vector<std::wstring> Database::redoSteps(int count) {
     names.push_back(step.name);
     undo_.done().push_back(std::move(step));
   }
-  handleIndexBuilt_ = false;
   handleIndex_.clear();
   bumpOdGeneration();
   return names;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "db/Entities.h"
+#include "db/HandleIndex.h"
 #include "db/Objects.h"
 #include "db/UndoJournal.h"
 
@@ -123,10 +124,7 @@ class Database {
     return id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();
   }
   // After handles were given while loading: look them up afresh.
-  void reindexHandles() {
-    handleIndexBuilt_ = false;
-    handleIndex_.clear();
-  }
+  void reindexHandles() { handleIndex_.clear(); }
   // Hands out the next handle, for objects made outside the database's own calls.
   Handle takeHandle() { return handleSeed_++; }
   // The text of the file the drawing was read from, which objects' sources index.
@@ -148,8 +146,7 @@ class Database {
   std::vector<std::unique_ptr<DbObject>> objects_;
   std::shared_ptr<const std::string> source_;
   Handle handleSeed_ = 1;
-  mutable std::unordered_map<Handle, ObjectId> handleIndex_;
-  mutable bool handleIndexBuilt_ = false;
+  mutable HandleIndex handleIndex_;
   ObjectId headerId_;
   ObjectId modelSpaceId_;
   ObjectId paperSpaceId_;

@@ -4,6 +4,7 @@
 // Data) decides how its children are read, and children may come first.
 #include "dxf/DrawingReader.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -35,26 +36,14 @@ std::int64_t integerOf(const Tag& tag) {
   return *v;
 }
 
-// An object of the OBJECTS section before its role is known.
-struct RawObject {
-  std::string_view dxfName;
-  Handle handle = 0;
-  Handle owner = 0;
-  SourceSpan span;
-  TagReader::Position at;
-  std::size_t line = 0;
-  std::vector<DictEntry> entries;  // for dictionaries
-  std::vector<std::string_view> entryNames;
-};
-
-// The data groups of an XRECORD: what follows its subclass marker and the
-// cloning flag that may open them.
-std::vector<Tag> xrecordData(const std::vector<Tag>& body) {
+// Where the data groups of an XRECORD begin: after its subclass marker and
+// the cloning flag that may open them.
+std::size_t xrecordDataStart(const std::vector<Tag>& body) {
   std::size_t i = 0;
   while (i < body.size() && !(body[i].code == 100 && body[i].value == "AcDbXrecord")) ++i;
   if (i < body.size()) ++i;
   if (i < body.size() && body[i].code == 280) ++i;
-  return std::vector<Tag>(body.begin() + static_cast<std::ptrdiff_t>(i), body.end());
+  return i;
 }
 
 class Reader : public ReadContext {
@@ -113,6 +102,7 @@ class Reader : public ReadContext {
   std::unordered_map<Handle, ObjectId> blockHandles_;
   std::vector<std::pair<ObjectId, Handle>> dynamicOf_;  // anonymous block, dynamic block
   std::vector<std::pair<ObjectId, Handle>> xdictOf_;  // entity, its dictionary's handle
+  std::vector<std::pair<ObjectId, Handle>> ownersToFind_;  // object, its owner's handle
   std::vector<Tag> body_;
   std::size_t nextProgress_ = 0;
 };
@@ -158,11 +148,17 @@ Tag Reader::expectCode(int code, const char* what) {
 }
 
 void Reader::readBody(std::vector<Tag>& into) {
+  // Reads on and steps back over the group 0 that ends the body: a peek
+  // before every tag would read each tag twice.
   for (;;) {
-    auto peeked = tags_.peek();
-    if (!peeked) throw ParseError(0, "the file ends without an end of section");
-    if (peeked->code == 0) return;
-    into.push_back(*tags_.next());
+    const TagReader::Position before = tags_.position();
+    auto tag = tags_.next();
+    if (!tag) throw ParseError(0, "the file ends without an end of section");
+    if (tag->code == 0) {
+      tags_.seek(before);
+      return;
+    }
+    into.push_back(*tag);
   }
 }
 
@@ -503,11 +499,24 @@ void Reader::readEntity(const Tag& first, ObjectId blockId) {
   }
 }
 
-namespace {
+// What the reader needs of an object's tags: its handle, its owner (the 330
+// outside the reactor groups) and, for a dictionary, its entries.
+struct ObjectHead {
+  Handle handle = 0;
+  Handle owner = 0;
+  // Entries of a dictionary: name as in the file, the handle, its group code.
+  struct Entry {
+    std::string_view name;
+    Handle handle;
+    int code;
+  };
+  std::vector<Entry> entries;
+};
 
-// Handle, owner and (for dictionaries) entries of an object's tags. The owner is
-// the 330 outside the reactor groups.
-void scanObject(const std::vector<Tag>& body, RawObject& raw, bool dictionary) {
+void scanObject(const std::vector<Tag>& body, bool dictionary, ObjectHead& head) {
+  head.handle = 0;
+  head.owner = 0;
+  head.entries.clear();
   int groupDepth = 0;
   for (std::size_t i = 0; i < body.size(); ++i) {
     const Tag& t = body[i];
@@ -516,144 +525,202 @@ void scanObject(const std::vector<Tag>& body, RawObject& raw, bool dictionary) {
       continue;
     }
     if (groupDepth > 0) continue;
-    if (t.code == 5 && raw.handle == 0) raw.handle = handleOf(t);
-    if (t.code == 330 && raw.owner == 0) raw.owner = handleOf(t);
+    if (t.code == 5 && head.handle == 0) head.handle = handleOf(t);
+    if (t.code == 330 && head.owner == 0) head.owner = handleOf(t);
     if (dictionary && t.code == 3 && i + 1 < body.size() &&
         (body[i + 1].code == 350 || body[i + 1].code == 360)) {
-      raw.entries.push_back({std::wstring(), handleOf(body[i + 1]),
-                             static_cast<std::int16_t>(body[i + 1].code)});
-      raw.entryNames.push_back(t.value);
+      head.entries.push_back({t.value, handleOf(body[i + 1]), body[i + 1].code});
       ++i;
     }
   }
 }
 
-}  // namespace
+template <typename Pairs>
+auto findIn(const Pairs& sorted, Handle handle) {
+  auto it = std::lower_bound(sorted.begin(), sorted.end(), handle,
+                             [](const auto& p, Handle h) { return p.first < h; });
+  return it != sorted.end() && it->first == handle ? it : sorted.end();
+}
 
 std::size_t Reader::readObjects() {
-  std::vector<RawObject> raws;
-  std::size_t endsec = 0;
-  TagReader::Position afterSection;
+  // The first pass learns the roles of the objects from the dictionaries: the
+  // root names the dictionary of Object Data tables, that one the tables'
+  // xrecords, and entities' extension dictionaries their records' xrecords.
+  const TagReader::Position sectionStart = tags_.position();
+  std::sort(xdictOf_.begin(), xdictOf_.end(),
+            [](const auto& a, const auto& b) { return a.second < b.second; });
+  std::vector<std::pair<Handle, ObjectId>> xdictOwners;  // dictionary handle, entity
+  xdictOwners.reserve(xdictOf_.size());
+  for (const auto& [entity, handle] : xdictOf_) xdictOwners.emplace_back(handle, entity);
+  std::vector<std::pair<Handle, Handle>> odXrecords;  // xrecord handle, its dictionary
+  std::unordered_map<Handle, std::wstring> tableXrecords;
+  Handle odTables = 0;
+  ObjectHead head;
+  bool first = true;
   for (;;) {
     const Tag tag = nextTag("the objects");
-    if (tag.code == 0 && tag.value == "ENDSEC") {
-      endsec = tag.offset;
-      afterSection = tags_.position();
-      break;
-    }
+    if (tag.code == 0 && tag.value == "ENDSEC") break;
     if (tag.code != 0) {
       throw ParseError(tag.line, "an object is expected, found group " + std::to_string(tag.code));
     }
     body_.clear();
     readBody(body_);
-    RawObject raw;
-    raw.dxfName = tag.value;
-    raw.at = {tag.offset, tag.line};
-    raw.line = tag.line;
-    scanObject(body_, raw, tag.value == "DICTIONARY");
-    for (std::size_t i = 0; i < raw.entries.size(); ++i) {
-      raw.entries[i].name = codec().decode(raw.entryNames[i]);
-    }
-    raw.span = spanFrom(tag.offset);
-    raws.push_back(std::move(raw));
-    reportProgress();
-  }
-
-  // Roles, from the dictionaries.
-  std::unordered_map<Handle, std::size_t> byHandle;
-  for (std::size_t i = 0; i < raws.size(); ++i) byHandle.emplace(raws[i].handle, i);
-  std::unordered_set<Handle> xdicts;
-  for (const auto& [entity, handle] : xdictOf_) xdicts.insert(handle);
-  Handle odTables = 0;
-  if (!raws.empty() && raws[0].dxfName == "DICTIONARY") {
-    for (const DictEntry& e : raws[0].entries) {
-      if (e.name == L"ZARVEL_OD_TABLES") odTables = e.handle;
-    }
-  }
-  std::unordered_map<Handle, std::wstring> tableXrecords;  // handle, table name
-  std::unordered_map<Handle, Handle> odXrecords;           // xrecord, its dictionary
-  for (const RawObject& raw : raws) {
-    if (raw.handle == odTables && raw.dxfName == "DICTIONARY") {
-      for (const DictEntry& e : raw.entries) tableXrecords.emplace(e.handle, e.name);
-    }
-    if (xdicts.count(raw.handle) > 0) {
-      for (const DictEntry& e : raw.entries) {
-        if (e.name == L"ZARVEL_OD") odXrecords.emplace(e.handle, raw.handle);
+    const bool isRoot = first;
+    first = false;
+    if (tag.value != "DICTIONARY") continue;
+    scanObject(body_, true, head);
+    if (isRoot) {
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD_TABLES") odTables = e.handle;
+      }
+    } else if (head.handle == odTables && odTables != 0) {
+      for (const auto& e : head.entries) tableXrecords.emplace(e.handle, codec().decode(e.name));
+    } else if (findIn(xdictOwners, head.handle) != xdictOwners.end()) {
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD") odXrecords.emplace_back(e.handle, head.handle);
       }
     }
   }
+  std::sort(odXrecords.begin(), odXrecords.end());
 
-  // The objects, in file order; the records of Object Data wait for the tables.
-  std::vector<std::pair<ObjectId, std::size_t>> recordsToRead;  // dictionary, its xrecord
-  std::vector<Handle> slotHandles;
-  for (std::size_t i = 0; i < raws.size(); ++i) {
-    const RawObject& raw = raws[i];
+  // The second pass makes the objects, in file order.
+  tags_.seek(sectionStart);
+  std::size_t endsec = 0;
+  std::vector<std::pair<ObjectId, TagReader::Position>> recordsToRead;
+  // Records met before their dictionary: where they stand, whose they are.
+  struct Early {
+    std::size_t slot;
+    ObjectId entity;
+    SourceSpan span;
+    TagReader::Position at;
+  };
+  std::vector<Early> early;
+  const TableLookup* tables = nullptr;
+  std::unique_ptr<TableLookup> tableLookup;
+  std::size_t tablesLeft = tableXrecords.size();
+  auto readRecordsAt = [&](ObjectId dictId, TagReader::Position at) {
+    const TagReader::Position back = tags_.position();
+    tags_.seek(at);
+    body_.clear();
+    body_.push_back(*tags_.next());
+    readBody(body_);
+    tags_.seek(back);
+    readRecords(*tables, body_, xrecordDataStart(body_), codec(),
+                db_->loading<ExtDictionary>(dictId)->od);
+  };
+  first = true;
+  for (;;) {
+    const TagReader::Position at = tags_.position();
+    const Tag tag = nextTag("the objects");
+    if (tag.code == 0 && tag.value == "ENDSEC") {
+      endsec = tag.offset;
+      break;
+    }
+    body_.clear();
+    readBody(body_);
+    const bool isRoot = first && tag.value == "DICTIONARY";
+    first = false;
+    const bool dictionary = tag.value == "DICTIONARY";
+    scanObject(body_, dictionary, head);
+    const SourceSpan span = spanFrom(tag.offset);
+    auto entriesOf = [&](bool skipOd) {
+      std::vector<DictEntry> entries;
+      for (const auto& e : head.entries) {
+        if (skipOd && e.name == "ZARVEL_OD") continue;
+        entries.push_back({codec().decode(e.name), e.handle, static_cast<std::int16_t>(e.code)});
+      }
+      return entries;
+    };
     std::unique_ptr<DbObject> object;
-    if (i == 0 && raw.dxfName == "DICTIONARY") {
+    ObjectId entityOfXdict;
+    if (isRoot || (dictionary && head.handle == odTables && odTables != 0)) {
       auto dict = std::make_unique<Dictionary>();
-      dict->entries = raw.entries;
+      dict->entries = entriesOf(false);
       object = std::move(dict);
-    } else if (raw.handle == odTables && raw.dxfName == "DICTIONARY") {
-      auto dict = std::make_unique<Dictionary>();
-      dict->entries = raw.entries;
-      object = std::move(dict);
-    } else if (xdicts.count(raw.handle) > 0 && raw.dxfName == "DICTIONARY") {
+    } else if (auto owner = dictionary ? findIn(xdictOwners, head.handle) : xdictOwners.end();
+               owner != xdictOwners.end()) {
       auto dict = std::make_unique<ExtDictionary>();
-      for (const DictEntry& e : raw.entries) {
-        if (e.name == L"ZARVEL_OD" && byHandle.count(e.handle) > 0) {
-          dict->odHandle = e.handle;
-        } else {
-          dict->extras.make().entries.push_back(e);
-        }
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD") dict->odHandle = e.handle;
       }
+      std::vector<DictEntry> foreign = entriesOf(true);
+      if (!foreign.empty()) dict->extras.make().entries = std::move(foreign);
+      entityOfXdict = owner->second;
       object = std::move(dict);
-    } else if (tableXrecords.count(raw.handle) > 0 && raw.dxfName == "XRECORD") {
-      auto table = std::make_unique<OdTableObject>();
-      table->name = tableXrecords[raw.handle];
-      tags_.seek(raw.at);
-      body_.clear();
-      tags_.next();
-      readBody(body_);
-      table->definition = readTableDefinition(xrecordData(body_), codec());
-      object = std::move(table);
-    } else if (odXrecords.count(raw.handle) > 0 && raw.dxfName == "XRECORD") {
-      slotHandles.push_back(raw.handle);
-      continue;  // held by its extension dictionary
+    } else if (auto table = tableXrecords.find(head.handle);
+               tag.value == "XRECORD" && table != tableXrecords.end()) {
+      auto t = std::make_unique<OdTableObject>();
+      t->name = table->second;
+      t->definition = readTableDefinition(body_, xrecordDataStart(body_), codec());
+      object = std::move(t);
+      --tablesLeft;
+    } else if (auto od = tag.value == "XRECORD" ? findIn(odXrecords, head.handle)
+                                                : odXrecords.end();
+               od != odXrecords.end()) {
+      // Held by its extension dictionary, which holds the records; the entity
+      // whose dictionary it is leads there.
+      const ObjectId entity = findIn(xdictOwners, od->second)->second;
+      const ObjectId dictId = db_->loading<Entity>(entity)->xdict;
+      if (dictId.isNull()) {
+        // Its dictionary comes later in the file; the slot names the entity until then.
+        early.push_back({image_->objects.size(), entity, span, at});
+        image_->objects.push_back({entity, true});
+        continue;
+      }
+      db_->loading<ExtDictionary>(dictId)->odSource = span;
+      image_->objects.push_back({dictId, true});
+      if (tablesLeft == 0 && recordsToRead.empty()) {
+        // The tables are known: the records are read from the tags at hand.
+        if (!tables) {
+          tableLookup = std::make_unique<TableLookup>(*db_);
+          tables = tableLookup.get();
+        }
+        readRecords(*tables, body_, xrecordDataStart(body_), codec(),
+                    db_->loading<ExtDictionary>(dictId)->od);
+      } else {
+        recordsToRead.emplace_back(dictId, at);
+      }
+      continue;
     } else {
       auto other = std::make_unique<TaggedObject>();
-      other->dxfName = std::string(raw.dxfName);
+      other->dxfName = std::string(tag.value);
       object = std::move(other);
     }
-    object->handle = raw.handle;
-    object->source = raw.span;
+    object->handle = head.handle;
+    object->source = span;
+    const Handle ownerHandle = head.owner;
     const ObjectId id = db_->addLoaded(std::move(object));
-    if (i == 0 && raw.dxfName == "DICTIONARY") image_->rootDictionary = id;
-    if (raw.handle == odTables && odTables != 0) image_->odTablesDictionary = id;
-    slotHandles.push_back(raw.handle);
-  }
-
-  // Owners, slots and Object Data records, now that every handle is known.
-  for (const RawObject& raw : raws) {
-    if (odXrecords.count(raw.handle) > 0 && raw.dxfName == "XRECORD") continue;
-    DbObject* object = db_->loadingObject(db_->idOfHandle(raw.handle));
-    if (object != nullptr) object->owner = db_->idOfHandle(raw.owner);
-  }
-  for (Handle h : slotHandles) {
-    auto xr = odXrecords.find(h);
-    if (xr == odXrecords.end()) {
-      image_->objects.push_back({db_->idOfHandle(h), false});
-      continue;
+    if (isRoot) image_->rootDictionary = id;
+    if (head.handle == odTables && odTables != 0) image_->odTablesDictionary = id;
+    if (!entityOfXdict.isNull()) {
+      db_->loading<Entity>(entityOfXdict)->xdict = id;
+      db_->loadingObject(id)->owner = entityOfXdict;
+    } else if (ownerHandle != 0) {
+      ownersToFind_.emplace_back(id, ownerHandle);
     }
-    const ObjectId dictId = db_->idOfHandle(xr->second);
-    const RawObject& raw = raws[byHandle[h]];
-    image_->objects.push_back({dictId, true});
-    image_->odXrecordText[dictId.value()] = raw.span;
-    tags_.seek(raw.at);
-    body_.clear();
-    tags_.next();
-    readBody(body_);
-    ExtDictionary* dict = db_->loading<ExtDictionary>(dictId);
-    if (dict != nullptr) readRecords(*db_, xrecordData(body_), codec(), dict->od);
+    image_->objects.push_back({id, false});
+    // Records are read as soon as every table is known: usually at once.
+    if (tablesLeft == 0 && !recordsToRead.empty()) {
+      if (!tables) {
+        tableLookup = std::make_unique<TableLookup>(*db_);
+        tables = tableLookup.get();
+      }
+      for (const auto& [dictId, position] : recordsToRead) readRecordsAt(dictId, position);
+      recordsToRead.clear();
+    }
+    reportProgress();
+  }
+  const TagReader::Position afterSection = tags_.position();
+  for (const Early& e : early) {
+    const ObjectId dictId = db_->loading<Entity>(e.entity)->xdict;
+    image_->objects[e.slot].id = dictId;
+    db_->loading<ExtDictionary>(dictId)->odSource = e.span;
+    recordsToRead.emplace_back(dictId, e.at);
+  }
+  if (!recordsToRead.empty()) {
+    tableLookup = std::make_unique<TableLookup>(*db_);
+    tables = tableLookup.get();
+    for (const auto& [dictId, position] : recordsToRead) readRecordsAt(dictId, position);
   }
   tags_.seek(afterSection);
   return endsec;
@@ -663,9 +730,8 @@ void Reader::finish() {
   // Layers made for names the table lacked have no handle until they are saved.
   db_->setNextHandle(headerSeed_);
   db_->reindexHandles();
-  for (const auto& [entity, handle] : xdictOf_) {
-    const ObjectId dict = db_->idOfHandle(handle);
-    if (db_->get<ExtDictionary>(dict) != nullptr) db_->loading<Entity>(entity)->xdict = dict;
+  for (const auto& [id, handle] : ownersToFind_) {
+    db_->loadingObject(id)->owner = db_->idOfHandle(handle);
   }
   for (const auto& [anonymous, handle] : dynamicOf_) {
     const ObjectId dynamic = db_->idOfHandle(handle);

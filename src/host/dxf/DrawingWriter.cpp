@@ -140,7 +140,10 @@ void Writer::prepare() {
     needAppId_ = needAppId_ || layer.hidden;
     // A layer made for a name the file's table lacked gets its handle when it
     // first goes into the file.
-    if (layer.handle == 0 && layer.modified) db_.loadingObject(id)->handle = db_.takeHandle();
+    if (layer.handle == 0 && layer.modified) {
+      db_.loadingObject(id)->handle = db_.takeHandle();
+      db_.reindexHandles();
+    }
   }
   if (needAppId_) {
     if (const FileImage::Table* appids = table("APPID")) {
@@ -592,9 +595,8 @@ void Writer::writeObject(ObjectId id) {
 void Writer::writeOdXrecord(ObjectId dictionary) {
   const ExtDictionary* dict = db_.get<ExtDictionary>(dictionary);
   if (dict == nullptr || !alive(dictionary) || dict->od.empty()) return;
-  auto text = image_.odXrecordText.find(dictionary.value());
-  if (text != image_.odXrecordText.end() && !dict->modified) {
-    out_.writeRaw(span(text->second));
+  if (!dict->odSource.empty() && !dict->modified) {
+    out_.writeRaw(span(dict->odSource));
     return;
   }
   writeXrecordStart(dict->odHandle, dict->handle);

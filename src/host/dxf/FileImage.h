@@ -59,8 +59,6 @@ struct FileImage {
   std::vector<ObjectId> blockOrder;
   std::unordered_map<std::uint64_t, BlockText> blockTexts;
   std::vector<ObjectSlot> objects;
-  // The text of the Object Data xrecord of a loaded extension dictionary.
-  std::unordered_map<std::uint64_t, SourceSpan> odXrecordText;
   ObjectId rootDictionary;
   ObjectId odTablesDictionary;
   // Objects up to this id came from the file; later ones were made since.

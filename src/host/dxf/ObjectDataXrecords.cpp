@@ -105,9 +105,10 @@ void writeTableDefinition(const platform::OdTableDef& definition, TagWriter& out
   }
 }
 
-platform::OdTableDef readTableDefinition(const std::vector<Tag>& data, const TextCodec& codec) {
+platform::OdTableDef readTableDefinition(const std::vector<Tag>& data, std::size_t from,
+                                         const TextCodec& codec) {
   platform::OdTableDef definition;
-  std::size_t i = 0;
+  std::size_t i = from;
   while (i < data.size()) {
     if (data[i].code != 2) {
       throw ParseError(data[i].line, "a column of an Object Data table must begin with its name");
@@ -148,9 +149,18 @@ void writeRecords(const Database& db, const OdRecordList& records, TagWriter& ou
   }
 }
 
-void readRecords(Database& db, const std::vector<Tag>& data, const TextCodec& codec,
-                 OdRecordList& records) {
-  std::size_t i = 0;
+TableLookup::TableLookup(const Database& db) {
+  for (ObjectId id : db.odTableIds()) tables_.emplace(db.odTable(id)->name, db.odTable(id));
+}
+
+const OdTableObject* TableLookup::find(const std::wstring& name) const {
+  auto it = tables_.find(name);
+  return it != tables_.end() ? it->second : nullptr;
+}
+
+void readRecords(const TableLookup& tables, const std::vector<Tag>& data, std::size_t from,
+                 const TextCodec& codec, OdRecordList& records) {
+  std::size_t i = from;
   std::vector<OdValue> values;
   while (i < data.size()) {
     if (data[i].code != 2) {
@@ -159,11 +169,7 @@ void readRecords(Database& db, const std::vector<Tag>& data, const TextCodec& co
     const std::wstring name = codec.decode(data[i].value);
     const std::size_t line = data[i].line;
     ++i;
-    // Records name their table exactly; a table that differs only in case is another table.
-    const OdTableObject* table = nullptr;
-    for (ObjectId id : db.odTableIds()) {
-      if (db.odTable(id)->name == name) table = db.odTable(id);
-    }
+    const OdTableObject* table = tables.find(name);
     if (table == nullptr) {
       throw ParseError(line, "a record of the Object Data table '" + platform::toUtf8(name) +
                                  "', which the drawing does not define");

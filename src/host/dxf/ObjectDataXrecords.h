@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "db/Database.h"
@@ -19,14 +20,27 @@ void writeTableDefinition(const platform::OdTableDef& definition, TagWriter& out
 // Reads the data groups (the tags after the XRECORD's subclass marker and its
 // cloning flag). Throws ParseError for a column without a name or type, or a
 // value of the wrong kind.
-platform::OdTableDef readTableDefinition(const std::vector<Tag>& data, const TextCodec& codec);
+// The data groups are tags[from] on.
+platform::OdTableDef readTableDefinition(const std::vector<Tag>& tags, std::size_t from,
+                                         const TextCodec& codec);
+
+// Tables by their exact names, for reading many records; a record names its
+// table exactly, so a table that differs only in case is another table.
+class TableLookup {
+ public:
+  explicit TableLookup(const Database& db);
+  const OdTableObject* find(const std::wstring& name) const;
+
+ private:
+  std::unordered_map<std::wstring, const OdTableObject*> tables_;
+};
 
 // The data groups of an entity's records, in order.
 void writeRecords(const Database& db, const OdRecordList& records, TagWriter& out,
                   const TextCodec& codec);
 // Appends the records in the data groups to the list. Throws ParseError for a
 // record of a table the drawing does not define, or a stray value.
-void readRecords(Database& db, const std::vector<Tag>& data, const TextCodec& codec,
-                 OdRecordList& records);
+void readRecords(const TableLookup& tables, const std::vector<Tag>& tags, std::size_t from,
+                 const TextCodec& codec, OdRecordList& records);
 
 }  // namespace host::dxf
