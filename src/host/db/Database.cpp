@@ -184,9 +184,34 @@ std::vector<ObjectId> Database::blockEntities(ObjectId block) const {
   if (it == blockContents_.end()) return ids;
   ids.reserve(it->second.size());
   for (ObjectId id : it->second) {
-    if (entity(id) != nullptr) ids.push_back(id);
+    // An entity moved to another block stays listed here; its owner says where it is.
+    const Entity* e = entity(id);
+    if (e != nullptr && e->owner == block) ids.push_back(id);
   }
   return ids;
+}
+
+void Database::moveToBlock(ObjectId id, ObjectId block) {
+  const Entity* e = entity(id);
+  if (e == nullptr || e->owner == block) return;
+  std::vector<ObjectId>& contents = blockContents_[block.value()];
+  if (std::find(contents.begin(), contents.end(), id) == contents.end()) {
+    // Kept in creation order, as the block's entities are listed.
+    contents.insert(std::upper_bound(contents.begin(), contents.end(), id), id);
+  }
+  modify<Entity>(id)->owner = block;
+}
+
+ObjectId Database::addBlock(const std::wstring& name, const Point3d& basePoint) {
+  auto block = std::make_unique<BlockRecord>();
+  block->name = name;
+  block->basePoint = basePoint;
+  const ObjectId id = addObject(std::move(block));
+  BlockRecord* record = modify<BlockRecord>(id);
+  record->beginHandle = handleSeed_++;
+  record->endHandle = handleSeed_++;
+  blockIds_.push_back(id);
+  return id;
 }
 
 std::size_t Database::blockSlotCount(ObjectId block) const {
@@ -195,7 +220,9 @@ std::size_t Database::blockSlotCount(ObjectId block) const {
 }
 
 ObjectId Database::addEntity(std::unique_ptr<Entity> entity, ObjectId block) {
-  assert(get<BlockRecord>(block) != nullptr);
+  // Attributes belong to their block reference rather than to a block.
+  assert(get<BlockRecord>(block) != nullptr || get<BlockReferenceEntity>(block) != nullptr ||
+         entity->kind() == EntityKind::Attribute);
   entity->owner = block;
   if (entity->layer.isNull()) entity->layer = currentLayer();
   const ObjectId id = addObject(std::move(entity));

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -34,13 +35,22 @@ class Database {
   template <typename T>
   const T* get(ObjectId id) const {
     const DbObject* o = object(id);
-    return o != nullptr && o->type() == T::kObjectType ? static_cast<const T*>(o) : nullptr;
+    return isA<T>(o) ? static_cast<const T*>(o) : nullptr;
   }
   // The object for change: saved for undo first when a step is open.
   template <typename T>
   T* modify(ObjectId id) {
-    DbObject* o = objectForWrite(id);
-    return o != nullptr && o->type() == T::kObjectType ? static_cast<T*>(o) : nullptr;
+    if (!isA<T>(object(id))) return nullptr;
+    return static_cast<T*>(objectForWrite(id));
+  }
+  // Whether the object is a T; for a kind of entity, of that kind.
+  template <typename T>
+  static bool isA(const DbObject* o) {
+    if (o == nullptr || o->type() != T::kObjectType) return false;
+    if constexpr (std::is_base_of_v<Entity, T> && !std::is_same_v<T, Entity>) {
+      return static_cast<const Entity*>(o)->kind() == T::kEntityKind;
+    }
+    return true;
   }
   ObjectId idOfHandle(Handle handle) const;
   Handle nextHandle() const { return handleSeed_; }
@@ -67,6 +77,14 @@ class Database {
   // Entity ids of a block in its order, erased ones left out.
   std::vector<ObjectId> blockEntities(ObjectId block) const;
   std::size_t blockSlotCount(ObjectId block) const;
+
+  // Moves an entity into another block, as defining a block does.
+  void moveToBlock(ObjectId id, ObjectId block);
+  // A new block definition, empty.
+  ObjectId addBlock(const std::wstring& name, const Point3d& basePoint);
+  // A copy of an entity in a block, with new handles: its extension dictionary
+  // (and so its Object Data) and a block reference's attributes come along.
+  ObjectId copyEntity(ObjectId source, ObjectId block);
 
   // Adds an entity to a block; a null layer becomes the current layer.
   ObjectId addEntity(std::unique_ptr<Entity> entity, ObjectId block);
@@ -118,7 +136,7 @@ class Database {
   template <typename T>
   T* loading(ObjectId id) {
     DbObject* o = id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();
-    return o != nullptr && o->type() == T::kObjectType ? static_cast<T*>(o) : nullptr;
+    return isA<T>(o) ? static_cast<T*>(o) : nullptr;
   }
   DbObject* loadingObject(ObjectId id) {
     return id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();

@@ -107,6 +107,9 @@ class BlockRecord : public DbObjectOf<BlockRecord, ObjectType::BlockRecord> {
   std::int16_t flags = 0;  // 1 anonymous, 2 has attributes, 4 external
   // For the anonymous block of a dynamic block's reference: the dynamic block.
   ObjectId dynamicBlock;
+  // Handles of the entities that open and close the definition in a file.
+  Handle beginHandle = 0;
+  Handle endHandle = 0;
 };
 
 // The definition of one Object Data table. Records refer to it by index.

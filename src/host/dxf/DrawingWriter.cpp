@@ -339,7 +339,7 @@ void Writer::writeBlocks(const FileImage::Part& part) {
       out_.writeRaw(span(text->second.begin));
     } else {
       out_.write(0, "BLOCK");
-      out_.writeHandle(5, db_.takeHandle());
+      out_.writeHandle(5, block->beginHandle);
       out_.writeHandle(330, block->handle);
       out_.write(100, "AcDbEntity");
       out_.write(8, "0");
@@ -359,7 +359,7 @@ void Writer::writeBlocks(const FileImage::Part& part) {
       out_.writeRaw(span(text->second.end));
     } else {
       out_.write(0, "ENDBLK");
-      out_.writeHandle(5, db_.takeHandle());
+      out_.writeHandle(5, block->endHandle);
       out_.writeHandle(330, block->handle);
       out_.write(100, "AcDbEntity");
       out_.write(8, "0");

@@ -4,6 +4,7 @@
 
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
+#include "geometry/SplineFit.h"
 #include "host/editor/Session.h"
 
 namespace host {
@@ -133,6 +134,129 @@ void textCommand(Session& s) {
   add(s, std::move(entity));
 }
 
+// The angle of a world point around a centre, in the XY plane.
+double angleAround(const Point3d& center, const Point3d& p) {
+  return std::atan2(p.y - center.y, p.x - center.x);
+}
+
+void arcCommand(Session& s) {
+  Prompter& p = s.prompter();
+  const Answer<Point3d> center = p.getPoint(L"Specify center point of arc: ");
+  if (!center.isNormal()) return;
+  Answer<Point3d> start;
+  for (;;) {
+    start = p.getPoint(L"Specify start point of arc: ");
+    if (!start.isNormal()) return;
+    if (std::hypot(start.value.x - center.value.x, start.value.y - center.value.y) > 0.0) break;
+    s.print(L"The start point must not be the center.\n");
+  }
+  Answer<Point3d> end = p.getPoint(L"Specify end point of arc: ");
+  if (!end.isNormal()) return;
+  auto arc = std::make_unique<ArcEntity>();
+  arc->center = center.value;
+  arc->radius = std::hypot(start.value.x - center.value.x, start.value.y - center.value.y);
+  // Counterclockwise from the start point to the direction of the end point.
+  arc->startAngle = angleAround(center.value, start.value);
+  arc->endAngle = angleAround(center.value, end.value);
+  add(s, std::move(arc));
+}
+
+void ellipseCommand(Session& s) {
+  Prompter& p = s.prompter();
+  const Answer<Point3d> center = p.getPoint(L"Specify center of ellipse: ");
+  if (!center.isNormal()) return;
+  Answer<Point3d> axisEnd;
+  for (;;) {
+    axisEnd = p.getPoint(L"Specify endpoint of axis: ");
+    if (!axisEnd.isNormal()) return;
+    if (axisEnd.value != center.value) break;
+    s.print(L"The axis must have a length.\n");
+  }
+  Point3d axis{axisEnd.value.x - center.value.x, axisEnd.value.y - center.value.y,
+               axisEnd.value.z - center.value.z};
+  const double axisLength = std::sqrt(axis.x * axis.x + axis.y * axis.y + axis.z * axis.z);
+  double other = 0.0;
+  for (;;) {
+    const Answer<double> d = p.getReal(L"Specify distance to other axis: ");
+    if (!d.isNormal()) return;
+    if (d.value > 0.0) {
+      other = d.value;
+      break;
+    }
+    s.print(L"Value must be positive and nonzero.\n");
+  }
+  auto ellipse = std::make_unique<EllipseEntity>();
+  ellipse->center = center.value;
+  if (other <= axisLength) {
+    ellipse->majorAxis = axis;
+    ellipse->ratio = other / axisLength;
+  } else {
+    // The other axis is the longer one: it becomes the major axis, a quarter
+    // turn from the given one in the XY plane.
+    const double f = other / axisLength;
+    ellipse->majorAxis = {-axis.y * f, axis.x * f, 0.0};
+    ellipse->ratio = axisLength / other;
+  }
+  add(s, std::move(ellipse));
+}
+
+void splineCommand(Session& s) {
+  Prompter& p = s.prompter();
+  std::vector<Point3d> points;
+  const Answer<Point3d> first = p.getPoint(L"Specify first point: ");
+  if (!first.isNormal()) return;
+  points.push_back(first.value);
+  for (;;) {
+    const Answer<Point3d> next = p.getPoint(L"Specify next point or [Undo]: ", {L"Undo"});
+    if (next.status == PromptStatus::Cancel) return;
+    if (next.status == PromptStatus::Keyword) {
+      if (points.size() > 1) points.pop_back();
+      continue;
+    }
+    if (!next.isNormal()) break;
+    points.push_back(next.value);
+  }
+  SplineEntity spline = geometry::splineThrough(points);
+  if (spline.controlPoints.empty()) {
+    s.print(L"A spline needs two different points.\n");
+    return;
+  }
+  add(s, std::make_unique<SplineEntity>(std::move(spline)));
+}
+
+void poly3dCommand(Session& s) {
+  Prompter& p = s.prompter();
+  const Answer<Point3d> first = p.getPoint(L"Specify start point of polyline: ");
+  if (!first.isNormal()) return;
+  auto polyline = std::make_unique<Polyline3dEntity>();
+  polyline->vertices.push_back({first.value});
+  for (;;) {
+    const Answer<Point3d> next =
+        p.getPoint(L"Specify endpoint of line or [Close/Undo]: ", {L"Close", L"Undo"});
+    if (next.status == PromptStatus::Cancel) return;
+    if (next.status == PromptStatus::Keyword && next.keyword == L"Undo") {
+      if (polyline->vertices.size() > 1) polyline->vertices.pop_back();
+      continue;
+    }
+    if (next.status == PromptStatus::Keyword) {
+      if (polyline->vertices.size() < 3) {
+        s.print(L"A closed polyline needs at least three points.\n");
+        continue;
+      }
+      polyline->flags |= 1;
+      break;
+    }
+    if (!next.isNormal()) break;
+    polyline->vertices.push_back({next.value});
+  }
+  if (polyline->vertices.size() < 2) return;
+  // Each vertex, and the mark that ends them, is an object of its own in a file.
+  Database& db = s.db();
+  for (PolylineVertex& v : polyline->vertices) v.handle = db.takeHandle();
+  polyline->seqendHandle = db.takeHandle();
+  add(s, std::move(polyline));
+}
+
 }  // namespace
 
 void registerDrawCommands(Session& session) {
@@ -141,6 +265,10 @@ void registerDrawCommands(Session& session) {
   session.addHostCommand({L"PLINE", plineCommand, true, L"draws a lightweight polyline"});
   session.addHostCommand({L"CIRCLE", circleCommand, true, L"draws a circle"});
   session.addHostCommand({L"TEXT", textCommand, true, L"writes a single-line text"});
+  session.addHostCommand({L"ARC", arcCommand, true, L"draws an arc by centre, start and end"});
+  session.addHostCommand({L"ELLIPSE", ellipseCommand, true, L"draws an ellipse"});
+  session.addHostCommand({L"SPLINE", splineCommand, true, L"draws a spline through points"});
+  session.addHostCommand({L"3DPOLY", poly3dCommand, true, L"draws a 3D polyline"});
 }
 
 }  // namespace host

@@ -98,6 +98,8 @@ void registerHostCommands(Session& session) {
   registerEditCommands(session);
   registerSessionCommands(session);
   registerFileCommands(session);
+  registerBlockCommands(session);
+  registerModifyCommands(session);
 }
 
 }  // namespace host

@@ -14,5 +14,7 @@ void registerDrawCommands(Session& session);
 void registerEditCommands(Session& session);
 void registerSessionCommands(Session& session);
 void registerFileCommands(Session& session);
+void registerBlockCommands(Session& session);
+void registerModifyCommands(Session& session);
 
 }  // namespace host

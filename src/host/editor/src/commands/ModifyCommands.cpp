@@ -1,0 +1,92 @@
+// MOVE and COPY: entities displaced, or copied with what belongs to them.
+#include "geometry/Transform.h"
+#include "host/editor/HostCommands.h"
+#include "host/editor/Session.h"
+
+namespace host {
+namespace {
+
+struct Displacement {
+  bool ok = false;
+  Point3d delta;
+};
+
+Displacement askDisplacement(Session& s) {
+  const Answer<Point3d> base = s.prompter().getPoint(L"Specify base point: ");
+  if (!base.isNormal()) return {};
+  const Answer<Point3d> to = s.prompter().getPoint(L"Specify second point: ");
+  if (!to.isNormal()) return {};
+  return {true,
+          {to.value.x - base.value.x, to.value.y - base.value.y, to.value.z - base.value.z}};
+}
+
+bool onLockedLayer(const Database& db, ObjectId id) {
+  const Layer* layer = db.get<Layer>(db.entity(id)->layer);
+  return layer != nullptr && layer->locked;
+}
+
+// Moves an entity and, for a block reference, its attributes; false if the
+// host cannot move its kind.
+bool moveEntity(Database& db, ObjectId id, const Point3d& delta) {
+  Entity& e = *db.modify<Entity>(id);
+  if (!geometry::translate(e, delta)) return false;
+  if (e.kind() == EntityKind::BlockReference) {
+    for (ObjectId a : static_cast<BlockReferenceEntity&>(e).attributes) {
+      if (Entity* attribute = db.modify<Entity>(a)) geometry::translate(*attribute, delta);
+    }
+  }
+  return true;
+}
+
+void reportSkipped(Session& s, int locked, int fixed, const wchar_t* verb) {
+  if (locked > 0) {
+    s.print(std::to_wstring(locked) + (locked == 1 ? L" was" : L" were") + L" on a locked layer.\n");
+  }
+  if (fixed > 0) s.print(std::to_wstring(fixed) + L" could not be " + verb + L".\n");
+}
+
+void moveCommand(Session& s) {
+  const auto ids = s.selectForCommand(true);
+  if (!ids || ids->empty()) return;
+  const Displacement d = askDisplacement(s);
+  if (!d.ok) return;
+  Database& db = s.db();
+  int locked = 0;
+  int fixed = 0;
+  for (ObjectId id : *ids) {
+    if (onLockedLayer(db, id)) {
+      ++locked;
+    } else if (!moveEntity(db, id, d.delta)) {
+      ++fixed;
+    }
+  }
+  reportSkipped(s, locked, fixed, L"moved");
+}
+
+void copyCommand(Session& s) {
+  const auto ids = s.selectForCommand(true);
+  if (!ids || ids->empty()) return;
+  const Displacement d = askDisplacement(s);
+  if (!d.ok) return;
+  Database& db = s.db();
+  int fixed = 0;
+  for (ObjectId id : *ids) {
+    const ObjectId copy = db.copyEntity(id, db.entity(id)->owner);
+    if (!moveEntity(db, copy, d.delta)) {
+      // A copy that cannot be placed is no copy at all.
+      db.eraseEntity(copy);
+      ++fixed;
+    }
+  }
+  reportSkipped(s, 0, fixed, L"copied");
+}
+
+}  // namespace
+
+void registerModifyCommands(Session& session) {
+  session.addHostCommand({L"MOVE", moveCommand, true, L"moves entities"});
+  session.addHostCommand(
+      {L"COPY", copyCommand, true, L"copies entities with their Object Data"});
+}
+
+}  // namespace host
