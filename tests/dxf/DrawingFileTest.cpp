@@ -2,6 +2,8 @@
 // survives exactly, and malformed files are refused with their line.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -167,6 +169,25 @@ TEST(DrawingFile, MalformedFilesAreRefusedWithTheirLine) {
   // A number that is none: the handle seed.
   const auto bad = refusal(replaced(good, "$HANDSEED\n  5\n30", "$HANDSEED\n  5\nxyz"));
   EXPECT_GT(bad.first, 0u);
+}
+
+TEST(DrawingFile, ARecordOutsideItsTableIsKeptAsTextThere) {
+  // Found by fuzzing: a LAYER record inside the VPORT table, and no layer table.
+  // Read as a layer, it would be lost on saving, and the saved file refused.
+  std::ifstream in(std::string(FIXTURES_DIR) + "/fuzz_layer_in_vport.dxf", std::ios::binary);
+  const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  ASSERT_FALSE(text.empty());
+  EXPECT_NE(refusal(text).second.find("no layers"), std::string::npos);
+}
+
+TEST(DrawingFile, ASectionThatComesTwiceIsRefused) {
+  // Found by fuzzing: every section after the header twice over.
+  std::ifstream in(std::string(FIXTURES_DIR) + "/fuzz_sections_twice.dxf", std::ios::binary);
+  const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  ASSERT_FALSE(text.empty());
+  const auto refused = refusal(text);
+  EXPECT_NE(refused.second.find("a second"), std::string::npos) << refused.second;
+  EXPECT_GT(refused.first, 0u);
 }
 
 TEST(DrawingFile, RecordsOfAnUndefinedTableAreRefused) {

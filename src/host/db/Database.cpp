@@ -191,6 +191,20 @@ std::vector<ObjectId> Database::blockEntities(ObjectId block) const {
   return ids;
 }
 
+void Database::replaceEntity(ObjectId id, std::unique_ptr<Entity> replacement) {
+  const Entity* old = entity(id);
+  if (old == nullptr) return;
+  objectForWrite(id);  // saved for undo as it was
+  replacement->handle = old->handle;
+  replacement->owner = old->owner;
+  replacement->xdict = old->xdict;
+  replacement->undoStamp = old->undoStamp;
+  replacement->source = replacement->kind() == old->kind() ? old->source : SourceSpan{};
+  replacement->erased = false;
+  replacement->modified = true;
+  slot(id) = std::move(replacement);
+}
+
 void Database::moveToBlock(ObjectId id, ObjectId block) {
   const Entity* e = entity(id);
   if (e == nullptr || e->owner == block) return;

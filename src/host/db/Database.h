@@ -78,6 +78,10 @@ class Database {
   std::vector<ObjectId> blockEntities(ObjectId block) const;
   std::size_t blockSlotCount(ObjectId block) const;
 
+  // Puts another entity in the place of one, under its id, handle, owner and
+  // extension dictionary (a circle broken into an arc stays the same object).
+  // One of the same kind keeps the source text, for what the host does not model.
+  void replaceEntity(ObjectId id, std::unique_ptr<Entity> replacement);
   // Moves an entity into another block, as defining a block does.
   void moveToBlock(ObjectId id, ObjectId block);
   // A new block definition, empty.

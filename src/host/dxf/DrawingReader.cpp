@@ -180,6 +180,7 @@ void Reader::skipToEndOfSection() {
 
 LoadedDrawing Reader::run() {
   std::size_t partStart = 0;
+  std::unordered_set<std::string> sectionsSeen;
   bool sawEof = false;
   while (auto tag = tags_.next()) {
     if (tag->code == 999) continue;  // comments stay in the text of the part they precede
@@ -199,6 +200,10 @@ LoadedDrawing Reader::run() {
                        "a section is expected, found '" + std::string(tag->value) + "'");
     }
     const Tag name = expectCode(2, "a section's name");
+    // Each section's objects are written back where its one section stood.
+    if (!sectionsSeen.insert(std::string(name.value)).second) {
+      throw ParseError(name.line, "a second " + std::string(name.value) + " section");
+    }
     FileImage::Part part;
     part.head = spanFrom(partStart);
     std::size_t endsec = 0;
@@ -321,7 +326,8 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
     }
   }
   const std::wstring decoded = codec().decode(name);
-  if (first.value == "LAYER") {
+  // A record counts for what its table holds; one in another table is kept as text there.
+  if (first.value == "LAYER" && table.name == "LAYER") {
     auto layer = std::make_unique<Layer>();
     layer->name = decoded;
     bool inXdata = false;
@@ -362,7 +368,7 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
     layers_.emplace(folded(decoded), id);
     return;
   }
-  if (first.value == "BLOCK_RECORD") {
+  if (first.value == "BLOCK_RECORD" && table.name == "BLOCK_RECORD") {
     auto record = std::make_unique<BlockRecord>();
     record->name = decoded;
     record->handle = handle;

@@ -25,14 +25,26 @@ std::wstring keywordPrompt(const std::wstring& message, const Keywords& keywords
 }
 
 platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions) {
-  std::optional<std::wstring> line = console_.readAnswer(prompt, completions);
+  std::optional<std::wstring> line;
+  if (!queued_.empty()) {
+    // An answer a command call gave beforehand, shown as if typed.
+    line = queued_.front();
+    queued_.pop_front();
+    console_.print(prompt + *line + L"\n");
+  } else {
+    line = console_.readAnswer(prompt, completions);
+  }
   if (!line) {
     // A script that stops in the middle of a command reads as a cancel of it.
     inputEnded_ = true;
+    ++cancels_;
     console_.showCancelled(prompt);
     return {PromptStatus::Cancel, {}};
   }
-  if (isCancelAnswer(*line)) return {PromptStatus::Cancel, {}};
+  if (isCancelAnswer(*line)) {
+    ++cancels_;
+    return {PromptStatus::Cancel, {}};
+  }
   // A blank line is Enter, as the space bar is at the host's prompts.
   if (trimBlanks(*line).empty()) return {PromptStatus::None, {}};
   return {PromptStatus::Normal, std::move(*line)};

@@ -7,6 +7,7 @@
 #include "host/editor/AnswerParsing.h"
 #include "host/editor/DrawingFiles.h"
 #include "host/editor/SelectionResolver.h"
+#include "db/PortDrawing.h"
 #include "platform/Text.h"
 
 namespace host {
@@ -78,17 +79,31 @@ void Session::run() {
   }
 }
 
-void Session::runUndoable(const std::wstring& name, bool recordsUndo,
-                          const std::function<void()>& body) {
+CommandOutcome Session::runUndoable(const std::wstring& name, bool recordsUndo,
+                                   const std::function<void()>& body) {
   Database& database = db();
   const bool outermost = commandDepth_ == 0;
   const bool opensStep = outermost && recordsUndo;
   if (outermost) pickFirstSetByCommand_ = false;
   if (opensStep) database.undo().begin(name);
+  const int cancelsBefore = prompter_.cancels();
+  const bool outerFailed = failed_;
+  failed_ = false;
   ++commandDepth_;
   body();
   --commandDepth_;
-  notify([&](platform::EditorReactor& r) { r.commandEnded(name); });
+  // Esc at any of its prompts cancels a command, as it does on the host.
+  const CommandOutcome outcome = failed_                                  ? CommandOutcome::Failed
+                                 : prompter_.cancels() != cancelsBefore ? CommandOutcome::Cancelled
+                                                                        : CommandOutcome::Ended;
+  failed_ = outerFailed;
+  notify([&](platform::EditorReactor& r) {
+    switch (outcome) {
+      case CommandOutcome::Ended: r.commandEnded(name); break;
+      case CommandOutcome::Cancelled: r.commandCancelled(name); break;
+      case CommandOutcome::Failed: r.commandFailed(name); break;
+    }
+  });
   if (opensStep) database.undo().end();
   if (outermost) {
     // What was selected before a command is used up by it, unless the command
@@ -97,21 +112,52 @@ void Session::runUndoable(const std::wstring& name, bool recordsUndo,
     resourceStack_.clear();
     document_->lockCount = 0;
   }
+  return outcome;
 }
 
-bool Session::runCommand(const std::wstring& text) {
+bool Session::runCommand(const std::wstring& text) { return runCommandFor(text).has_value(); }
+
+std::optional<CommandOutcome> Session::runCommandFor(const std::wstring& text) {
   const std::wstring name = normalizeCommand(text);
   if (auto host = hostCommands_.find(name); host != hostCommands_.end()) {
     const HostCommand command = host->second;
-    runUndoable(name, command.recordsUndo, [&] { command.run(*this); });
-    return true;
+    return runUndoable(name, command.recordsUndo, [&] { command.run(*this); });
   }
   if (auto module = moduleCommands_.find(name); module != moduleCommands_.end()) {
     const platform::CommandFunction handler = module->second.handler;
-    runUndoable(name, true, [&] { handler(); });
-    return true;
+    return runUndoable(module->second.globalName, true, [&] { handler(); });
   }
-  return false;
+  return std::nullopt;
+}
+
+platform::PromptStatus Session::command(const std::vector<platform::CommandArgument>& arguments) {
+  if (arguments.empty() || !std::holds_alternative<std::wstring>(arguments.front())) {
+    return PromptStatus::Error;
+  }
+  std::vector<std::wstring> answers;
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    const platform::CommandArgument& a = arguments[i];
+    if (const auto* text = std::get_if<std::wstring>(&a)) {
+      answers.push_back(*text);
+    } else if (const auto* id = std::get_if<ObjectId>(&a)) {
+      const DbObject* o = db().object(*id);
+      answers.push_back(L"#" + (o != nullptr ? handleToText(o->handle) : std::wstring(L"0")));
+    } else {
+      const Point3d& p = std::get<Point3d>(a);
+      answers.push_back(platform::format(L"%.17g,%.17g,%.17g", p.x, p.y, p.z));
+    }
+  }
+  prompter_.queueAnswers(answers);
+  const std::optional<CommandOutcome> outcome = runCommandFor(std::get<std::wstring>(arguments[0]));
+  // Answers the command did not ask for are not left for the next one.
+  prompter_.clearQueuedAnswers();
+  if (!outcome) return PromptStatus::Error;
+  switch (*outcome) {
+    case CommandOutcome::Ended: return PromptStatus::Normal;
+    case CommandOutcome::Cancelled: return PromptStatus::Cancel;
+    case CommandOutcome::Failed: break;
+  }
+  return PromptStatus::Error;
 }
 
 std::optional<std::vector<ObjectId>> Session::selectForCommand(bool usePickFirst) {
@@ -225,15 +271,16 @@ platform::EntityReply Session::getEntity(const std::wstring& prompt) {
     at = *point;
     id = pickEntityAt(db(), at);
   } else {
-    std::wstring_view handleText = text;
-    if (!handleText.empty() && handleText.front() == L'#') handleText.remove_prefix(1);
+    // A handle, with or without its "#".
+    const std::wstring handleText =
+        !text.empty() && text.front() == L'#' ? std::wstring(text) : L"#" + std::wstring(text);
     if (auto handle = parseHandle(handleText)) {
       id = db().idOfHandle(*handle);
       if (db().entity(id) == nullptr) id = ObjectId();
     }
   }
-  if (id.isNull()) return {PromptStatus::Error, {}, at};
-  return {PromptStatus::Normal, id, at};
+  if (id.isNull()) return {PromptStatus::Error, {}, at, false};
+  return {PromptStatus::Normal, id, at, parsePoint(text).has_value()};
 }
 
 platform::PointReply Session::getPoint(const std::wstring& prompt) {

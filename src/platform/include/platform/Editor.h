@@ -27,6 +27,7 @@ struct EntityReply {
   PromptStatus status = PromptStatus::Normal;
   ObjectId id;
   Point3d pickPoint;
+  bool picked = false;  // chosen by a point, which pickPoint holds
 };
 
 struct PointReply {
@@ -38,6 +39,10 @@ struct IntReply {
   PromptStatus status = PromptStatus::Normal;
   int value = 0;
 };
+
+// An argument of a host command started by the module: a text (the command's
+// name first, or an answer), an entity, a point.
+using CommandArgument = std::variant<std::wstring, ObjectId, Point3d>;
 
 // A system variable's value: a 16-bit integer, a real or a text.
 using SysVarValue = std::variant<short, double, std::wstring>;
@@ -79,6 +84,13 @@ class Editor {
 
   virtual std::optional<SysVarValue> getVar(const std::wstring& name) const = 0;
   virtual Status setVar(const std::wstring& name, const SysVarValue& value) = 0;
+
+  // Runs a host command: the first argument names it, the others answer its
+  // first prompts; the user answers the rest. Normal when it ended, Cancel when
+  // it was cancelled, Error when it failed or there is no such command.
+  virtual PromptStatus command(const std::vector<CommandArgument>& /*arguments*/) {
+    return PromptStatus::Error;
+  }
 
   // Reactors are the caller's; a reactor stays until removed.
   virtual void addReactor(EditorReactor* /*reactor*/) {}

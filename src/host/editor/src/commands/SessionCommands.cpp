@@ -100,6 +100,7 @@ void registerHostCommands(Session& session) {
   registerFileCommands(session);
   registerBlockCommands(session);
   registerModifyCommands(session);
+  registerBreakCommand(session);
 }
 
 }  // namespace host

@@ -16,5 +16,6 @@ void registerSessionCommands(Session& session);
 void registerFileCommands(Session& session);
 void registerBlockCommands(Session& session);
 void registerModifyCommands(Session& session);
+void registerBreakCommand(Session& session);
 
 }  // namespace host

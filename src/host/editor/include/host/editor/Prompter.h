@@ -2,6 +2,7 @@
 // numbers, points and selection lines, each ending in a prompt status.
 #pragma once
 
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -43,6 +44,15 @@ class Prompter {
   void print(const std::wstring& text) { console_.print(text); }
   // Whether the input ran out; every later prompt is a cancel.
   bool inputEnded() const { return inputEnded_; }
+  // How many prompts were cancelled so far, so a caller can tell whether the
+  // user cancelled while a command ran.
+  int cancels() const { return cancels_; }
+  // Answers for the next prompts, given before they are asked (a command
+  // started with its arguments); the user answers the rest.
+  void queueAnswers(const std::vector<std::wstring>& answers) {
+    queued_.insert(queued_.end(), answers.begin(), answers.end());
+  }
+  void clearQueuedAnswers() { queued_.clear(); }
 
   // One answer with the cancel convention applied: Cancel, None for an empty
   // answer, or Normal with the answer as typed. The base of the other prompts.
@@ -90,6 +100,8 @@ class Prompter {
 
   Console& console_;
   bool inputEnded_ = false;
+  int cancels_ = 0;
+  std::deque<std::wstring> queued_;
 };
 
 }  // namespace host

@@ -22,6 +22,8 @@ namespace host {
 
 class Session;
 
+enum class CommandOutcome { Ended, Cancelled, Failed };
+
 struct HostCommand {
   std::wstring name;
   std::function<void(Session&)> run;
@@ -50,6 +52,10 @@ class Session : public platform::Host,
   void run();
   // Runs one command by name; false if there is no such command.
   bool runCommand(const std::wstring& name);
+  // The same, telling how the command came out; nothing if there is no such command.
+  std::optional<CommandOutcome> runCommandFor(const std::wstring& name);
+  // A host command says that it failed, for the editor's event.
+  void failCommand() { failed_ = true; }
   void quit() { quitting_ = true; }
 
   Document& document() { return *document_; }
@@ -88,6 +94,7 @@ class Session : public platform::Host,
   platform::IntReply getInt(const std::wstring& prompt) override;
   void print(const std::wstring& text) override { prompter_.print(text); }
   void addReactor(platform::EditorReactor* reactor) override;
+  platform::PromptStatus command(const std::vector<platform::CommandArgument>& arguments) override;
   void removeReactor(platform::EditorReactor* reactor) override;
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
   platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
@@ -124,7 +131,8 @@ class Session : public platform::Host,
   void changePickFirst(std::vector<ObjectId> ids);
   template <typename Event>
   void notify(Event event);
-  void runUndoable(const std::wstring& name, bool recordsUndo, const std::function<void()>& body);
+  CommandOutcome runUndoable(const std::wstring& name, bool recordsUndo,
+                             const std::function<void()>& body);
 
   Prompter prompter_;
   PromptUi ui_;
@@ -135,6 +143,7 @@ class Session : public platform::Host,
   std::vector<void*> resourceStack_;
   std::vector<platform::EditorReactor*> reactors_;
   bool quitting_ = false;
+  bool failed_ = false;
   bool pickFirstSetByCommand_ = false;
   int commandDepth_ = 0;
 };

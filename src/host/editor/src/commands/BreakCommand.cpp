@@ -1,0 +1,87 @@
+// BREAK: takes a stretch out of a curve. The source keeps its id and one part;
+// another part becomes an entity of its own, with the source's properties but
+// not its extension dictionary, so it carries no Object Data.
+#include "geometry/Break.h"
+#include "geometry/Curves.h"
+#include "host/editor/HostCommands.h"
+#include "host/editor/Session.h"
+
+namespace host {
+namespace {
+
+using platform::PromptStatus;
+
+bool onLockedLayer(const Database& db, const Entity& e) {
+  const Layer* layer = db.get<Layer>(e.layer);
+  return layer != nullptr && layer->locked;
+}
+
+// Vertices of an old-style polyline, and the mark after them, are objects of
+// their own in a file; pieces get handles of their own.
+void giveVertexHandles(Database& db, Entity& e) {
+  if (e.kind() != EntityKind::Polyline3d) return;
+  auto& p = static_cast<Polyline3dEntity&>(e);
+  for (PolylineVertex& v : p.vertices) v.handle = db.takeHandle();
+  if (p.seqendHandle == 0) p.seqendHandle = db.takeHandle();
+}
+
+void breakCommand(Session& s) {
+  Prompter& p = s.prompter();
+  Database& db = s.db();
+  const platform::EntityReply picked = s.getEntity(L"Select object: ");
+  if (picked.status == PromptStatus::Cancel) return;
+  if (picked.status != PromptStatus::Normal) {
+    s.print(L"No object found there.\n");
+    s.failCommand();
+    return;
+  }
+  const Entity& entity = *db.entity(picked.id);
+  if (onLockedLayer(db, entity)) {
+    s.print(L"The object is on a locked layer.\n");
+    s.failCommand();
+    return;
+  }
+  Point3d first = picked.pickPoint;
+  Answer<Point3d> second =
+      p.getPoint(L"Specify second break point or [First point]: ", {L"First"});
+  if (second.status == PromptStatus::Keyword) {
+    const Answer<Point3d> chosen = p.getPoint(L"Specify first break point: ");
+    if (!chosen.isNormal()) return;
+    first = chosen.value;
+    second = p.getPoint(L"Specify second break point: ");
+  }
+  if (!second.isNormal()) return;
+  // Without a picked point (the object named by its handle) the break is at
+  // the one point given.
+  if (!picked.picked && second.status == PromptStatus::Normal && first == Point3d{}) {
+    first = second.value;
+  }
+  const auto near1 = geometry::nearestPoint(entity, first);
+  const auto near2 = geometry::nearestPoint(entity, second.value);
+  geometry::BreakResult result;
+  if (near1 && near2) {
+    result = geometry::breakCurve(entity, near1->param, near2->param);
+  } else {
+    result.error = L"Only lines, arcs, circles and polylines can be broken.";
+  }
+  if (!result.source) {
+    s.print(result.error + L"\n");
+    s.failCommand();
+    return;
+  }
+  const ObjectId owner = entity.owner;
+  giveVertexHandles(db, *result.source);
+  db.replaceEntity(picked.id, std::move(result.source));
+  if (result.part) {
+    giveVertexHandles(db, *result.part);
+    db.addEntity(std::move(result.part), owner);
+  }
+}
+
+}  // namespace
+
+void registerBreakCommand(Session& session) {
+  session.addHostCommand({L"BREAK", breakCommand, true, L"breaks a curve between two points"});
+}
+
+}  // namespace host
