@@ -28,6 +28,7 @@ class RecordingHost : public platform::Host {
   platform::Project& project() override { std::abort(); }
   platform::Drawing& drawing() override { std::abort(); }
   platform::FeatureClasses& featureClasses() override { std::abort(); }
+  platform::EntityGeometry& geometry() override { std::abort(); }
   void defineFunction(const std::wstring& /*name*/, int message) override {
     messages.push_back(static_cast<unsigned>(message));
   }

@@ -11,6 +11,7 @@
 #include "db/Database.h"
 #include "db/PortDrawing.h"
 #include "db/PortFeatureClasses.h"
+#include "geometry/PortGeometry.h"
 #include "db/PortObjectData.h"
 #include "platform/Host.h"
 
@@ -74,6 +75,7 @@ class TestHost : public platform::Host,
   platform::Project& project() override { return project_; }
   platform::Drawing& drawing() override { return drawing_; }
   platform::FeatureClasses& featureClasses() override { return featureClasses_; }
+  platform::EntityGeometry& geometry() override { return geometry_; }
 
   // --- platform::Editor ----------------------------------------------------
   std::vector<ObjectId> impliedSelection() override { return pickFirst; }
@@ -110,6 +112,7 @@ class TestHost : public platform::Host,
   host::DbProject project_;
   host::DbDrawing drawing_;
   host::DbFeatureClasses featureClasses_{db};
+  host::DbEntityGeometry geometry_{db};
 };
 
 }  // namespace testing_support

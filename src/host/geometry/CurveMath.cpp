@@ -57,15 +57,27 @@ double gauss(const std::function<double(double)>& f, double a, double b) {
   return sum * half;
 }
 
-double adaptive(const std::function<double(double)>& f, double a, double b, double whole,
-                double tol, int depth) {
-  const double mid = (a + b) / 2.0;
-  const double left = gauss(f, a, mid);
-  const double right = gauss(f, mid, b);
-  if (depth >= 40 || std::fabs(left + right - whole) <= tol) return left + right;
-  return adaptive(f, a, mid, left, tol / 2.0, depth + 1) +
-         adaptive(f, mid, b, right, tol / 2.0, depth + 1);
-}
+// Halves of a panel are compared with the whole until they agree. The budget
+// of panels and the depth stop a function that never settles (one of no
+// finite value, or a tolerance below rounding) from splitting without end;
+// fifty halvings are as fine as a double parameter can tell.
+struct Quadrature {
+  const std::function<double(double)>& f;
+  int budget = 100000;
+
+  double adaptive(double a, double b, double whole, double tol, int depth) {
+    const double mid = (a + b) / 2.0;
+    const double left = gauss(f, a, mid);
+    const double right = gauss(f, mid, b);
+    budget -= 2;
+    if (budget <= 0 || depth >= 50 || !std::isfinite(left + right) ||
+        std::fabs(left + right - whole) <= tol) {
+      return left + right;
+    }
+    return adaptive(a, mid, left, tol / 2.0, depth + 1) +
+           adaptive(mid, b, right, tol / 2.0, depth + 1);
+  }
+};
 
 // The root of an increasing function that is negative at lo and positive at
 // hi, by false position with the Illinois correction: superlinear where the
@@ -170,7 +182,8 @@ double bulgeSegmentArea(double ax, double ay, double bx, double by, double bulge
 double integrate(const std::function<double(double)>& f, double a, double b, double relTol) {
   if (a == b) return 0.0;
   const double whole = gauss(f, a, b);
-  return adaptive(f, a, b, whole, relTol * std::fabs(whole), 0);
+  Quadrature quadrature{f};
+  return quadrature.adaptive(a, b, whole, relTol * std::fabs(whole), 0);
 }
 
 double nearestParam(const ParamCurve& curve, const std::vector<double>& samples,

@@ -200,16 +200,18 @@ double ellipseSweep(const EllipseEntity& e) {
 }
 
 // The speed of the parameter changes sharply at the ends of the axes of a flat
-// ellipse; the quadrature starts from pieces that end there.
-double ellipseLength(const EllipseFrame& frame, double t0, double t1) {
+// ellipse; the quadrature starts from pieces that end there. The length does
+// not change by whole turns of the start.
+double ellipseLength(const EllipseFrame& frame, double start, double sweep) {
   auto speed = [&](double t) { return length(frame.tangent(t)); };
   const double quarter = kPi / 2.0;
+  const double t0 = normalizedAngle(start);
+  const double t1 = t0 + sweep;
   double total = 0.0;
   double a = t0;
-  for (double k = std::floor(t0 / quarter) + 1.0;; k += 1.0) {
+  for (int k = static_cast<int>(t0 / quarter) + 1; a < t1; ++k) {
     const double b = std::min(t1, k * quarter);
     if (b > a) total += integrate(speed, a, b, kLengthTolerance);
-    if (b >= t1) break;
     a = b;
   }
   return total;
@@ -327,6 +329,7 @@ std::optional<ParamRange> paramRange(const Entity& curve) {
       return ParamRange{0.0, kTwoPi};
     case EntityKind::Ellipse: {
       const auto& e = static_cast<const EllipseEntity&>(curve);
+      if (!std::isfinite(e.startParam) || !std::isfinite(e.endParam)) return std::nullopt;
       return ParamRange{e.startParam, e.startParam + ellipseSweep(e)};
     }
     case EntityKind::Spline:
@@ -391,10 +394,12 @@ bool isClosed(const Entity& curve) {
       // A spline is closed by its flags, or when its ends meet, as a closed
       // spline written with clamped knots does.
       const auto& spline = static_cast<const SplineEntity&>(curve);
-      if ((spline.flags & 3) != 0) return true;
       const std::optional<Point3d> start = startPoint(curve);
       const std::optional<Point3d> end = endPoint(curve);
-      return start && end && distance(*start, *end) <= 1e-10 * splineSize(spline);
+      if (!start || !end) return false;
+      constexpr std::int16_t kClosedOrPeriodic = 1 | 2;
+      return (spline.flags & kClosedOrPeriodic) != 0 ||
+             distance(*start, *end) <= 1e-10 * splineSize(spline);
     }
     case EntityKind::LwPolyline:
       return static_cast<const LwPolylineEntity&>(curve).closed;
@@ -421,7 +426,8 @@ std::optional<double> curveLength(const Entity& curve) {
       return arcOf(static_cast<const CircleEntity&>(curve)).arcLength();
     case EntityKind::Ellipse: {
       const auto& e = static_cast<const EllipseEntity&>(curve);
-      return ellipseLength(frameOf(e), e.startParam, e.startParam + ellipseSweep(e));
+      if (!paramRange(e)) return std::nullopt;
+      return ellipseLength(frameOf(e), e.startParam, ellipseSweep(e));
     }
     case EntityKind::Spline: {
       const auto& spline = static_cast<const SplineEntity&>(curve);

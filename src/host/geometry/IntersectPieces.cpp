@@ -30,6 +30,7 @@ void addPoint(Shape& shape, const Point3d& p) {
   Piece piece;
   piece.kind = Piece::Kind::Point;
   piece.p0 = p;
+  piece.first = piece.last = p;
   piece.box.add(p.x, p.y);
   shape.pieces.push_back(std::move(piece));
 }
@@ -44,12 +45,15 @@ void addSegment(Shape& shape, const Point3d& a, const Point3d& b, double toleran
   piece.kind = Piece::Kind::Segment;
   piece.p0 = a;
   piece.p1 = b;
+  piece.first = a;
+  piece.last = b;
   piece.box.add(a.x, a.y);
   piece.box.add(b.x, b.y);
   shape.pieces.push_back(std::move(piece));
 }
 
 void addPath(Shape& shape, const std::vector<Point3d>& points, bool closed, double tolerance) {
+  shape.pieces.reserve(shape.pieces.size() + points.size());
   if (points.size() == 1) addPoint(shape, points[0]);
   for (std::size_t i = 1; i < points.size(); ++i) {
     addSegment(shape, points[i - 1], points[i], tolerance);
@@ -59,8 +63,8 @@ void addPath(Shape& shape, const std::vector<Point3d>& points, bool closed, doub
 
 void addConic(Shape& shape, const Point3d& c, const Point3d& u, const Point3d& v, double t0,
               double sweep, double tolerance) {
-  const double ru = std::hypot(u.x, u.y);
-  const double rv = std::hypot(v.x, v.y);
+  const double ru = normXY(u.x, u.y);
+  const double rv = normXY(v.x, v.y);
   const double r = std::max(ru, rv);
   if (r <= tolerance) {
     addPoint(shape, c);
@@ -83,8 +87,10 @@ void addConic(Shape& shape, const Point3d& c, const Point3d& u, const Point3d& v
     piece.angle0 = std::atan2(u.y, u.x) + sign * t0;
     piece.sweepXY = sign * sweep;
   }
-  const double hx = std::hypot(u.x, v.x);
-  const double hy = std::hypot(u.y, v.y);
+  piece.first = piece.at(0.0);
+  piece.last = piece.at(1.0);
+  const double hx = normXY(u.x, v.x);
+  const double hy = normXY(u.y, v.y);
   piece.box.add(c.x - hx, c.y - hy);
   piece.box.add(c.x + hx, c.y + hy);
   shape.pieces.push_back(std::move(piece));
@@ -102,7 +108,9 @@ void addLwPolyline(Shape& shape, const LwPolylineEntity& pl, double tolerance) {
     return;
   }
   const Ocs ocs(pl.normal);
-  for (const BulgeSegment& s : segments(pl)) {
+  const std::vector<BulgeSegment> parts = segments(pl);
+  shape.pieces.reserve(shape.pieces.size() + parts.size());
+  for (const BulgeSegment& s : parts) {
     if (s.isArc() && s.radius > 0.0) {
       addArcOfPlane(shape, ocs, s.center, s.radius, s.startAngle, s.sweep, tolerance);
     } else {
@@ -136,6 +144,8 @@ void addSpline(Shape& shape, const SplineEntity& spline, double tolerance) {
   Piece piece;
   piece.kind = Piece::Kind::Spline;
   piece.spline = curve.get();
+  piece.first = piece.at(0.0);
+  piece.last = piece.at(1.0);
   // The curve keeps within its control points' hull (weights are positive in
   // any sane drawing).
   for (const Point3d& p : points) piece.box.add(p.x, p.y);
@@ -176,7 +186,7 @@ void Box2::add(const Box2& other) {
   y1 = std::max(y1, other.y1);
 }
 
-double Box2::diagonal() const { return x1 >= x0 ? std::hypot(x1 - x0, y1 - y0) : 0.0; }
+double Box2::diagonal() const { return x1 >= x0 ? normXY(x1 - x0, y1 - y0) : 0.0; }
 
 Point3d Piece::at(double s) const {
   switch (kind) {
@@ -241,19 +251,17 @@ const Flat& Piece::flattened(double tolerance) const {
       f.points = {at(0.0)};
       for (int i = 1; i <= quarters; ++i) {
         const double s = static_cast<double>(i) / quarters;
-        flatten::adaptive(on, f.params.back(), f.points.back(), s, at(s), f.tolerance, 0, f.params,
-                          f.points);
+        const Point3d from = f.points.back();  // the pushes below may move it
+        flatten::adaptive(on, f.params.back(), from, s, at(s), f.tolerance, 0, f.params, f.points);
       }
       break;
     }
     case Kind::Spline: {
       f.tolerance = std::max(tolerance, kFlatRelative * spline->size());
+      spline->sample(f.tolerance, f.params, f.points);
       const double start = spline->start();
       const double range = spline->end() - start;
-      for (double t : spline->sampleParams(f.tolerance)) {
-        f.params.push_back((t - start) / range);
-        f.points.push_back(spline->at(t));
-      }
+      for (double& t : f.params) t = (t - start) / range;
       break;
     }
   }

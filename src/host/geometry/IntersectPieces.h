@@ -3,6 +3,7 @@
 // running over a local parameter from 0 to 1.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -56,6 +57,9 @@ struct Piece {
   double angle0 = 0.0;
   double sweepXY = 0.0;
   const SplineCurve* spline = nullptr;
+  // The points at s = 0 and 1, asked for often enough to keep.
+  Point3d first;
+  Point3d last;
   Box2 box;
   mutable std::unique_ptr<Flat> flat;  // made when first needed
 
@@ -76,10 +80,9 @@ struct Shape {
 // The entity's pieces; nothing for an entity with no geometry.
 Shape shapeOf(const Database& db, const Entity& entity, double tolerance);
 
-inline double distanceXY(const Point3d& a, const Point3d& b) {
-  const double dx = a.x - b.x;
-  const double dy = a.y - b.y;
-  return std::sqrt(dx * dx + dy * dy);
-}
+// Plain square roots: the library's hypot guards against overflow that
+// drawing coordinates never reach, at several times the cost.
+inline double normXY(double x, double y) { return std::sqrt(x * x + y * y); }
+inline double distanceXY(const Point3d& a, const Point3d& b) { return normXY(a.x - b.x, a.y - b.y); }
 
 }  // namespace host::geometry

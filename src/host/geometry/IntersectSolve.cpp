@@ -64,8 +64,8 @@ double sweepFraction(double angle, double start, double sweep) {
 std::optional<double> conicParam(const Piece& c, double fraction, const Point3d& p,
                                  double tolerance) {
   if (fraction <= 1.0) return fraction;
-  if (distanceXY(p, c.at(1.0)) <= tolerance) return 1.0;
-  if (distanceXY(p, c.at(0.0)) <= tolerance) return 0.0;
+  if (distanceXY(p, c.last) <= tolerance) return 1.0;
+  if (distanceXY(p, c.first) <= tolerance) return 0.0;
   return std::nullopt;
 }
 
@@ -146,8 +146,8 @@ Refined refine(const Piece& a, const Piece& b, double s, double t) {
   Refined r{s, t, std::sqrt(cost), false};
   const Point3d va = a.velocity(s);
   const Point3d vb = b.velocity(t);
-  const double la = std::hypot(va.x, va.y);
-  const double lb = std::hypot(vb.x, vb.y);
+  const double la = normXY(va.x, va.y);
+  const double lb = normXY(vb.x, vb.y);
   r.tangent = la > 0.0 && lb > 0.0 && std::fabs(crossXY(va.x, va.y, vb.x, vb.y)) < 1e-3 * la * lb;
   return r;
 }
@@ -259,12 +259,12 @@ void endContacts(const Piece& a, const Piece& b, double tolerance, Found& found)
   const int na = endsOf(a, ends);
   for (int i = 0; i < na; ++i) {
     const double sa = ends[static_cast<std::size_t>(i)];
-    if (const auto sb = pointOn(b, a.at(sa), tolerance)) found.add(sa, *sb);
+    if (const auto sb = pointOn(b, sa == 0.0 ? a.first : a.last, tolerance)) found.add(sa, *sb);
   }
   const int nb = endsOf(b, ends);
   for (int i = 0; i < nb; ++i) {
     const double sb = ends[static_cast<std::size_t>(i)];
-    if (const auto sa = pointOn(a, b.at(sb), tolerance)) found.add(*sa, sb);
+    if (const auto sa = pointOn(a, sb == 0.0 ? b.first : b.last, tolerance)) found.add(*sa, sb);
   }
 }
 
@@ -273,7 +273,7 @@ void endContacts(const Piece& a, const Piece& b, double tolerance, Found& found)
 double lineDistance(const Piece& s, const Point3d& p) {
   const double dx = s.p1.x - s.p0.x;
   const double dy = s.p1.y - s.p0.y;
-  return std::fabs(crossXY(dx, dy, p.x - s.p0.x, p.y - s.p0.y)) / std::hypot(dx, dy);
+  return std::fabs(crossXY(dx, dy, p.x - s.p0.x, p.y - s.p0.y)) / normXY(dx, dy);
 }
 
 void segmentSegment(const Piece& a, const Piece& b, double tolerance, Found& found) {
@@ -293,8 +293,8 @@ void segmentSegment(const Piece& a, const Piece& b, double tolerance, Found& fou
     const double wy = b.p0.y - a.p0.y;
     const double s = crossXY(wx, wy, bx, by) / denom;
     const double t = crossXY(wx, wy, ax, ay) / denom;
-    const double slackA = tolerance / std::hypot(ax, ay);
-    const double slackB = tolerance / std::hypot(bx, by);
+    const double slackA = tolerance / normXY(ax, ay);
+    const double slackB = tolerance / normXY(bx, by);
     if (s >= -slackA && s <= 1.0 + slackA && t >= -slackB && t <= 1.0 + slackB) {
       found.add(std::clamp(s, 0.0, 1.0), std::clamp(t, 0.0, 1.0));
       return;
@@ -308,7 +308,7 @@ void segmentSegment(const Piece& a, const Piece& b, double tolerance, Found& fou
 void lineCircle(const Piece& line, const Piece& circle, double tolerance, Found& found) {
   const double dx = line.p1.x - line.p0.x;
   const double dy = line.p1.y - line.p0.y;
-  const double len = std::hypot(dx, dy);
+  const double len = normXY(dx, dy);
   const double f = ((circle.c.x - line.p0.x) * dx + (circle.c.y - line.p0.y) * dy) / (len * len);
   const Point3d foot{line.p0.x + f * dx, line.p0.y + f * dy, 0.0};
   const double h = distanceXY(foot, circle.c);
@@ -339,13 +339,13 @@ void lineCircle(const Piece& line, const Piece& circle, double tolerance, Found&
 void lineConic(const Piece& line, const Piece& conic, double tolerance, Found& found) {
   const double dx = line.p1.x - line.p0.x;
   const double dy = line.p1.y - line.p0.y;
-  const double len = std::hypot(dx, dy);
+  const double len = normXY(dx, dy);
   const double nx = -dy / len;
   const double ny = dx / len;
   const double offset = nx * (line.p0.x - conic.c.x) + ny * (line.p0.y - conic.c.y);
   const double a = nx * conic.u.x + ny * conic.u.y;
   const double b = nx * conic.v.x + ny * conic.v.y;
-  const double h = std::hypot(a, b);
+  const double h = normXY(a, b);
   const int before = found.count;
   if (h > 0.0 && std::fabs(offset) <= h + tolerance) {
     const double alpha = std::atan2(b, a);
@@ -373,7 +373,7 @@ void lineConic(const Piece& line, const Piece& conic, double tolerance, Found& f
 void circleCircle(const Piece& a, const Piece& b, double tolerance, Found& found) {
   const double dx = b.c.x - a.c.x;
   const double dy = b.c.y - a.c.y;
-  const double d = std::hypot(dx, dy);
+  const double d = normXY(dx, dy);
   const double r1 = a.radius;
   const double r2 = b.radius;
   if (d <= tolerance) {
@@ -431,52 +431,59 @@ bool liesAlong(const Flat& a, const Flat& b, double margin) {
   return true;
 }
 
-Box2 chordBox(const Flat& f, std::size_t from, std::size_t to) {
-  Box2 box;
-  for (std::size_t i = from; i <= to && i < f.points.size(); ++i) {
-    box.add(f.points[i].x, f.points[i].y);
+// The boxes of a flat's chords taken a block at a time.
+constexpr std::size_t kBlock = 32;
+
+std::size_t chordCount(const Flat& f) { return std::max<std::size_t>(f.points.size(), 2) - 1; }
+
+std::vector<Box2> blockBoxes(const Flat& f) {
+  std::vector<Box2> boxes;
+  const std::size_t chords = chordCount(f);
+  for (std::size_t from = 0; from < chords; from += kBlock) {
+    Box2 box;
+    for (std::size_t i = from; i <= from + kBlock && i < f.points.size(); ++i) {
+      box.add(f.points[i].x, f.points[i].y);
+    }
+    boxes.push_back(box);
   }
-  return box;
+  return boxes;
+}
+
+bool chordsMayMeet(const Point3d& a0, const Point3d& a1, const Point3d& b0, const Point3d& b1,
+                   double margin) {
+  return std::min(a0.x, a1.x) <= std::max(b0.x, b1.x) + margin &&
+         std::min(b0.x, b1.x) <= std::max(a0.x, a1.x) + margin &&
+         std::min(a0.y, a1.y) <= std::max(b0.y, b1.y) + margin &&
+         std::min(b0.y, b1.y) <= std::max(a0.y, a1.y) + margin;
 }
 
 // Chord pairs near enough that the curves they follow may meet there, with
 // the parameters of their closest points. Chords go in blocks so that far
 // apart stretches are passed over a block at a time.
 std::vector<Pair> candidates(const Flat& fa, const Flat& fb, double margin) {
-  constexpr std::size_t kBlock = 32;
-  const std::size_t na = std::max<std::size_t>(fa.points.size(), 2) - 1;
-  const std::size_t nb = std::max<std::size_t>(fb.points.size(), 2) - 1;
-  auto chord = [](const Flat& f, std::size_t i, Point3d& p, Point3d& q, double& s0, double& s1) {
-    const std::size_t j = std::min(i + 1, f.points.size() - 1);
-    p = f.points[i];
-    q = f.points[j];
-    s0 = f.params[i];
-    s1 = f.params[j];
-  };
+  const std::size_t na = chordCount(fa);
+  const std::size_t nb = chordCount(fb);
+  const std::vector<Box2> blocksA = blockBoxes(fa);
+  const std::vector<Box2> blocksB = blockBoxes(fb);
+  // A flat of one point is a chord of no length.
+  auto end = [](const Flat& f, std::size_t i) { return std::min(i + 1, f.points.size() - 1); };
   std::vector<Pair> out;
-  for (std::size_t ba = 0; ba < na; ba += kBlock) {
-    const Box2 boxA = chordBox(fa, ba, ba + kBlock);
-    for (std::size_t bb = 0; bb < nb; bb += kBlock) {
-      if (!boxA.meets(chordBox(fb, bb, bb + kBlock), margin)) continue;
-      for (std::size_t i = ba; i < std::min(na, ba + kBlock); ++i) {
-        Point3d a0, a1;
-        double sa0 = 0.0, sa1 = 0.0;
-        chord(fa, i, a0, a1, sa0, sa1);
-        Box2 ca;
-        ca.add(a0.x, a0.y);
-        ca.add(a1.x, a1.y);
-        for (std::size_t j = bb; j < std::min(nb, bb + kBlock); ++j) {
-          Point3d b0, b1;
-          double sb0 = 0.0, sb1 = 0.0;
-          chord(fb, j, b0, b1, sb0, sb1);
-          Box2 cb;
-          cb.add(b0.x, b0.y);
-          cb.add(b1.x, b1.y);
-          if (!ca.meets(cb, margin)) continue;
+  for (std::size_t ba = 0; ba < blocksA.size(); ++ba) {
+    for (std::size_t bb = 0; bb < blocksB.size(); ++bb) {
+      if (!blocksA[ba].meets(blocksB[bb], margin)) continue;
+      for (std::size_t i = ba * kBlock; i < std::min(na, (ba + 1) * kBlock); ++i) {
+        const std::size_t i1 = end(fa, i);
+        const Point3d& a0 = fa.points[i];
+        const Point3d& a1 = fa.points[i1];
+        for (std::size_t j = bb * kBlock; j < std::min(nb, (bb + 1) * kBlock); ++j) {
+          const std::size_t j1 = end(fb, j);
+          const Point3d& b0 = fb.points[j];
+          const Point3d& b1 = fb.points[j1];
+          if (!chordsMayMeet(a0, a1, b0, b1, margin)) continue;
           const Closest c = closestChords(a0, a1, b0, b1);
-          if (c.distance <= margin) {
-            out.push_back({sa0 + c.u * (sa1 - sa0), sb0 + c.v * (sb1 - sb0), false});
-          }
+          if (c.distance > margin) continue;
+          out.push_back({fa.params[i] + c.u * (fa.params[i1] - fa.params[i]),
+                         fb.params[j] + c.v * (fb.params[j1] - fb.params[j]), false});
         }
       }
     }

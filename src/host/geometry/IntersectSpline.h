@@ -32,9 +32,9 @@ class SplineCurve {
   Point3d derivative(double param) const;
   // The distinct knots from start to end, both included.
   std::vector<double> breaks() const;
-  // Parameters of points no chord between which strays from the curve by more
-  // than the tolerance, start and end included.
-  std::vector<double> sampleParams(double tolerance) const;
+  // Points no chord between which strays from the curve by more than the
+  // tolerance, start and end included, with their parameters.
+  void sample(double tolerance, std::vector<double>& params, std::vector<Point3d>& points) const;
   // The diagonal of the control points' box: what "relative to the spline's
   // size" measures against.
   double size() const;
@@ -63,28 +63,38 @@ inline double distanceToChord(const Point3d& p, const Point3d& a, const Point3d&
 inline constexpr int kMaxDepth = 16;
 
 // Halves [t0, t1] until the curve keeps within the tolerance of each chord at
-// its quarter points, then appends each piece's end. The quarter points, not
-// just the middle, catch an S-bend whose middle happens to sit on the chord;
-// minDepth forces halvings for pieces that could close on themselves.
+// its middle and quarter points, then appends each piece's end. The quarter
+// points, not just the middle, catch an S-bend whose middle happens to sit on
+// the chord, and they are the halves' middles, so each halving costs two
+// points. minDepth forces halvings for pieces that could close on themselves.
 template <typename At>
-void adaptive(const At& at, double t0, const Point3d& p0, double t1, const Point3d& p1,
-              double tolerance, int minDepth, std::vector<double>& params,
-              std::vector<Point3d>& points, int depth = 0) {
-  const double tm = 0.5 * (t0 + t1);
-  const Point3d pm = at(tm);
+void adaptiveWithMiddle(const At& at, double t0, const Point3d& p0, double tm, const Point3d& pm,
+                        double t1, const Point3d& p1, double tolerance, int minDepth,
+                        std::vector<double>& params, std::vector<Point3d>& points, int depth) {
+  const double ta = 0.5 * (t0 + tm);
+  const double tb = 0.5 * (tm + t1);
+  const Point3d pa = at(ta);
+  const Point3d pb = at(tb);
   bool split = depth < minDepth;
   if (!split && depth < kMaxDepth) {
-    split = distanceToChord(pm, p0, p1) > tolerance ||
-            distanceToChord(at(0.75 * t0 + 0.25 * t1), p0, p1) > tolerance ||
-            distanceToChord(at(0.25 * t0 + 0.75 * t1), p0, p1) > tolerance;
+    split = distanceToChord(pm, p0, p1) > tolerance || distanceToChord(pa, p0, p1) > tolerance ||
+            distanceToChord(pb, p0, p1) > tolerance;
   }
   if (split) {
-    adaptive(at, t0, p0, tm, pm, tolerance, minDepth, params, points, depth + 1);
-    adaptive(at, tm, pm, t1, p1, tolerance, minDepth, params, points, depth + 1);
+    adaptiveWithMiddle(at, t0, p0, ta, pa, tm, pm, tolerance, minDepth, params, points, depth + 1);
+    adaptiveWithMiddle(at, tm, pm, tb, pb, t1, p1, tolerance, minDepth, params, points, depth + 1);
     return;
   }
   params.push_back(t1);
   points.push_back(p1);
+}
+
+template <typename At>
+void adaptive(const At& at, double t0, const Point3d& p0, double t1, const Point3d& p1,
+              double tolerance, int minDepth, std::vector<double>& params,
+              std::vector<Point3d>& points) {
+  const double tm = 0.5 * (t0 + t1);
+  adaptiveWithMiddle(at, t0, p0, tm, at(tm), t1, p1, tolerance, minDepth, params, points, 0);
 }
 
 }  // namespace flatten

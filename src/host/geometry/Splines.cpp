@@ -199,21 +199,23 @@ double SplineCurve::size() const {
   return box.isEmpty() ? 0.0 : length(minus(box.max, box.min));
 }
 
-std::vector<double> SplineCurve::sampleParams(double tolerance) const {
-  std::vector<double> params;
-  if (empty()) return params;
+void SplineCurve::sample(double tolerance, std::vector<double>& params,
+                         std::vector<Point3d>& points) const {
+  params.clear();
+  points.clear();
+  if (empty()) return;
   const std::vector<double> spans = breaks();
-  std::vector<Point3d> points{at(spans.front())};
   params.push_back(spans.front());
+  points.push_back(at(spans.front()));
   // A span of degree two or more can bend back to its start, where its chord
   // says nothing; one forced halving always sees the bend.
   const int minDepth = degree_ >= 2 ? 1 : 0;
   auto on = [this](double t) { return at(t); };
   for (std::size_t i = 1; i < spans.size(); ++i) {
-    flatten::adaptive(on, spans[i - 1], points.back(), spans[i], at(spans[i]), tolerance, minDepth,
-                      params, points);
+    const Point3d from = points.back();  // the pushes below may move it
+    flatten::adaptive(on, spans[i - 1], from, spans[i], at(spans[i]), tolerance, minDepth, params,
+                      points);
   }
-  return params;
 }
 
 // ---- the public functions ----------------------------------------------------
@@ -227,8 +229,9 @@ Point3d evaluate(const SplineEntity& spline, double param) { return SplineCurve(
 std::vector<Point3d> sample(const SplineEntity& spline, double tolerance) {
   const SplineCurve curve(spline);
   if (!(tolerance > 0.0) || !std::isfinite(tolerance)) tolerance = 1e-6 * curve.size();
+  std::vector<double> params;
   std::vector<Point3d> points;
-  for (double t : curve.sampleParams(tolerance)) points.push_back(curve.at(t));
+  curve.sample(tolerance, params, points);
   return points;
 }
 

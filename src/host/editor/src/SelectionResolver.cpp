@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "geometry/EntityGeometry.h"
+#include "geometry/Extents.h"
 
 namespace host {
 namespace {
@@ -22,7 +23,7 @@ std::vector<ObjectId> selectableEntities(const Database& db) {
 // less than a small absolute distance.
 double pickTolerance(const Database& db) {
   platform::Extents all;
-  for (ObjectId id : selectableEntities(db)) all.add(entityExtents(*db.entity(id)));
+  for (ObjectId id : selectableEntities(db)) all.add(geometry::extentsOf(db, *db.entity(id)));
   if (all.isEmpty()) return 1e-6;
   const double size = std::hypot(all.max.x - all.min.x, all.max.y - all.min.y);
   return std::max(1e-6, size * 1e-3);
@@ -42,7 +43,7 @@ ObjectId pickEntityAt(const Database& db, const platform::Point3d& point) {
   ObjectId best;
   double bestDistance = std::numeric_limits<double>::infinity();
   for (ObjectId id : selectableEntities(db)) {
-    const double d = distanceXY(*db.entity(id), point);
+    const double d = distanceXY(db, *db.entity(id), point);
     // Later entities lie on top, so a tie goes to them.
     if (d <= tolerance && d <= bestDistance) {
       best = id;
@@ -84,10 +85,10 @@ std::vector<ObjectId> resolveSelectionItem(const Document& document, const Selec
       for (ObjectId id : selectableEntities(db)) {
         const Entity& e = *db.entity(id);
         if (item.kind == SelectionKind::Crossing) {
-          if (touchesBoxXY(e, item.first, item.second)) ids.push_back(id);
+          if (touchesBoxXY(db, e, item.first, item.second)) ids.push_back(id);
           continue;
         }
-        const platform::Extents box = entityExtents(e);
+        const platform::Extents box = geometry::extentsOf(db, e);
         if (!box.isEmpty() && box.min.x >= x0 && box.max.x <= x1 && box.min.y >= y0 &&
             box.max.y <= y1) {
           ids.push_back(id);

@@ -8,6 +8,7 @@
 #include "platform/Drawing.h"
 #include "platform/Editor.h"
 #include "platform/FeatureClasses.h"
+#include "platform/Geometry3d.h"
 #include "platform/ObjectData.h"
 #include "platform/Status.h"
 
@@ -54,6 +55,7 @@ class Host {
   virtual Project& project() = 0;
   virtual Drawing& drawing() = 0;
   virtual FeatureClasses& featureClasses() = 0;
+  virtual EntityGeometry& geometry() = 0;
 
   // Functions callable from the host's scripting language; a host without one
   // accepts and ignores them.

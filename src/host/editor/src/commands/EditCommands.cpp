@@ -13,6 +13,8 @@ namespace {
 
 using platform::PromptStatus;
 
+constexpr double kDegrees = 180.0 / 3.14159265358979323846;
+
 void selectCommand(Session& s) {
   platform::SelectionReply reply = s.selectObjects();
   if (reply.status == PromptStatus::Cancel) return;
@@ -79,7 +81,56 @@ void listGeometry(Session& s, const Entity& e) {
       line(L"text: \"" + t.text + L"\"");
       line(L"start point: " + formatPoint(db, t.position));
       line(L"height: " + formatReal(db, t.height));
-      line(L"rotation: " + formatReal(db, t.rotation * 180.0 / 3.14159265358979323846));
+      line(L"rotation: " + formatReal(db, t.rotation * kDegrees));
+      break;
+    }
+    case EntityKind::Arc: {
+      const auto& a = static_cast<const ArcEntity&>(e);
+      line(L"center point: " + formatPoint(db, a.center));
+      line(L"radius: " + formatReal(db, a.radius));
+      line(L"start angle: " + formatReal(db, a.startAngle * kDegrees));
+      line(L"end angle: " + formatReal(db, a.endAngle * kDegrees));
+      break;
+    }
+    case EntityKind::Ellipse: {
+      const auto& el = static_cast<const EllipseEntity&>(e);
+      line(L"center point: " + formatPoint(db, el.center));
+      line(L"major axis: " + formatPoint(db, el.majorAxis));
+      line(L"radius ratio: " + formatReal(db, el.ratio));
+      break;
+    }
+    case EntityKind::Spline: {
+      const auto& sp = static_cast<const SplineEntity&>(e);
+      line(L"degree: " + std::to_wstring(sp.degree) + (sp.closed() ? L", closed" : L", open"));
+      for (const Point3d& p : sp.fitPoints) line(L"fit point: " + formatPoint(db, p));
+      line(L"control points: " + std::to_wstring(sp.controlPoints.size()));
+      break;
+    }
+    case EntityKind::Polyline3d: {
+      const auto& pl = static_cast<const Polyline3dEntity&>(e);
+      line(std::wstring(pl.closed() ? L"closed" : L"open") + L" 3D polyline");
+      for (const PolylineVertex& v : pl.vertices) line(L"vertex: " + formatPoint(db, v.position));
+      break;
+    }
+    case EntityKind::BlockReference: {
+      const auto& b = static_cast<const BlockReferenceEntity&>(e);
+      const BlockRecord* block = db.get<BlockRecord>(b.block);
+      line(L"block: \"" + (block != nullptr ? block->name : std::wstring()) + L"\"");
+      line(L"at point: " + formatPoint(db, b.position));
+      line(L"scale: " + formatReal(db, b.scale.x));
+      line(L"rotation: " + formatReal(db, b.rotation * kDegrees));
+      for (ObjectId id : b.attributes) {
+        if (const auto* a = db.get<AttributeEntity>(id)) {
+          line(L"attribute " + a->tag + L": \"" + a->data.text + L"\"");
+        }
+      }
+      break;
+    }
+    case EntityKind::AttributeDefinition: {
+      const auto& d = static_cast<const AttributeDefinitionEntity&>(e);
+      line(L"tag: " + d.tag);
+      line(L"prompt: \"" + d.prompt + L"\"");
+      line(L"default: \"" + d.data.text + L"\"");
       break;
     }
     default:

@@ -12,6 +12,7 @@
 #include "db/PortFeatureClasses.h"
 #include "db/PortObjectData.h"
 #include "dxf/FileImage.h"
+#include "geometry/PortGeometry.h"
 
 namespace host {
 
@@ -28,6 +29,7 @@ struct Document {
   DbProject project{db};
   DbDrawing drawing{db};
   DbFeatureClasses featureClasses{db};
+  DbEntityGeometry geometry{db};
   // The file the drawing was opened from or last saved to; empty for a new one.
   std::filesystem::path path;
   std::wstring name = L"Drawing1.dxf";

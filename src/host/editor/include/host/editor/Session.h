@@ -83,6 +83,7 @@ class Session : public platform::Host,
   platform::Project& project() override { return document_->project; }
   platform::Drawing& drawing() override { return document_->drawing; }
   platform::FeatureClasses& featureClasses() override { return document_->featureClasses; }
+  platform::EntityGeometry& geometry() override { return document_->geometry; }
 
   // --- platform::Editor ----------------------------------------------------
   std::vector<ObjectId> impliedSelection() override;

@@ -1,0 +1,82 @@
+// The geometry of a drawing's entities, as the module asks it of the host:
+// each entity's class, extents, curve measures, vertices, and where two meet.
+// Some answers are curves of their own that no drawing holds (the pieces of an
+// exploded polyline, a spline copy of an arc, the polyline a spline becomes);
+// they have ids like entities and answer the same questions until released.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "platform/ObjectId.h"
+
+namespace platform {
+
+// The exact class of an entity, as the module tells kinds apart.
+enum class EntityClass {
+  Point,
+  Line,
+  Arc,
+  Circle,
+  Ellipse,
+  Polyline,    // the lightweight polyline
+  Polyline2d,  // the old-style 2D polyline
+  Polyline3d,
+  Spline,
+  Mline,
+  Text,
+  MText,
+  BlockReference,
+  Attribute,
+  AttributeDefinition,
+  Solid3d,
+  Region,
+  Hatch,
+  Other,
+};
+
+class EntityGeometry {
+ public:
+  virtual ~EntityGeometry() = default;
+
+  // Other when the entity does not open.
+  virtual EntityClass entityClass(ObjectId entity) const = 0;
+  virtual std::optional<Extents> extents(ObjectId entity) const = 0;
+  // Where the two meet in the XY plane, neither extended.
+  virtual std::vector<Point3d> intersectWith(ObjectId a, ObjectId b) const = 0;
+
+  // Curves: nothing for an entity that is none.
+  virtual std::optional<Point3d> startPoint(ObjectId curve) const = 0;
+  virtual std::optional<Point3d> endPoint(ObjectId curve) const = 0;
+  virtual std::optional<double> length(ObjectId curve) const = 0;
+  // A curve's own closed property: polylines, splines, mlines; circles and
+  // full ellipses are closed too.
+  virtual bool isClosed(ObjectId curve) const = 0;
+  // The area of a planar curve, an open one closed by its chord.
+  virtual std::optional<double> area(ObjectId curve) const = 0;
+  // The volume of a 3D solid; nothing when the host cannot tell it.
+  virtual std::optional<double> volume(ObjectId solid) const = 0;
+
+  // The points that define an entity, by class: a polyline's vertices (with
+  // their bulges), old-style polylines' and mlines' vertices, a line's ends, a
+  // spline's control points. Empty for other classes.
+  virtual std::vector<Point3d> vertices(ObjectId entity) const = 0;
+  virtual std::vector<double> bulges(ObjectId polyline) const = 0;
+  virtual std::vector<Point3d> fitPoints(ObjectId spline) const = 0;
+  // A point's, a text's or a block reference's insertion point.
+  virtual std::optional<Point3d> position(ObjectId entity) const = 0;
+  // A text's or attribute's string; an mtext's with its formatting codes.
+  virtual std::optional<std::wstring> text(ObjectId entity) const = 0;
+
+  // Curves the caller owns until it releases them.
+  virtual std::vector<ObjectId> explode(ObjectId polyline) = 0;
+  // The exact spline of an arc, circle or ellipse; null for other classes.
+  virtual ObjectId spline(ObjectId curve) = 0;
+  // The polyline a spline becomes at a precision; null below 1.
+  virtual ObjectId toPolyline(ObjectId spline, int precision) = 0;
+  virtual void release(ObjectId curve) = 0;
+};
+
+}  // namespace platform
