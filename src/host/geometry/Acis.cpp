@@ -1,9 +1,8 @@
-// Reading SAT text: the groups of the entity, the substitution older files
-// write it in, the header, the records and the chains of the topology.
+// Reading SAT text: the groups of the entity it is kept in, the substitution
+// older files write it in, the header and the records.
 #include "geometry/Acis.h"
 
 #include <cctype>
-#include <cmath>
 
 #include "dxf/GroupCodes.h"
 #include "dxf/ParseError.h"
@@ -86,24 +85,29 @@ std::optional<long> pointerOf(const Token& token) {
   return static_cast<long>(*value);
 }
 
-bool isInteger(const Token& token) { return !token.counted && dxf::parseInt(token.text); }
+bool isInteger(const Token& token) {
+  return !token.counted && dxf::parseInt(token.text);
+}
 
 bool startsWith(std::string_view text, std::string_view prefix) {
   return text.substr(0, prefix.size()) == prefix;
 }
 
-// The fields every record starts with: its attribute alone in older versions;
-// the attribute, a history number and a pointer in newer ones.
-std::size_t commonFields(const std::vector<Token>& tokens) {
+// Versions from this one on write a history number after each record's
+// attribute, and topology and geometry (not transforms) one more pointer.
+constexpr long kHistoryVersion = 700;
+
+// The fields every record starts with, which no reading here needs.
+std::size_t commonFields(const std::vector<Token>& tokens, long version) {
   if (tokens.empty() || !pointerOf(tokens[0])) return 0;
-  if (tokens.size() >= 3 && isInteger(tokens[1]) && pointerOf(tokens[2])) return 3;
-  return 1;
+  if (version < kHistoryVersion || tokens.size() < 2 || !isInteger(tokens[1])) return 1;
+  return tokens.size() >= 3 && pointerOf(tokens[2]) ? 3 : 2;
 }
 
-AcisRecord recordOf(std::string_view type, const std::vector<Token>& tokens) {
+AcisRecord recordOf(std::string_view type, const std::vector<Token>& tokens, long version) {
   AcisRecord record;
   record.type = std::string(type);
-  for (std::size_t i = commonFields(tokens); i < tokens.size(); ++i) {
+  for (std::size_t i = commonFields(tokens, version); i < tokens.size(); ++i) {
     const Token& t = tokens[i];
     if (auto pointer = pointerOf(t)) {
       record.pointers.push_back(*pointer);
@@ -199,7 +203,7 @@ std::optional<AcisModel> AcisModel::read(std::string_view text) {
     fields.clear();
     for (t = tokens.next(); t && !t->mark; t = tokens.next()) fields.push_back(*t);
     if (!t) return std::nullopt;  // cut short
-    model.records_.push_back(recordOf(type, fields));
+    model.records_.push_back(recordOf(type, fields, model.version_));
     t = tokens.next();
   }
   // Text that stops at a record's end without the closing word still holds

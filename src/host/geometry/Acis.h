@@ -47,7 +47,7 @@ class AcisModel {
   const std::vector<AcisRecord>& records() const { return records_; }
   const AcisRecord* at(long index) const {
     return index >= 0 && static_cast<std::size_t>(index) < records_.size() ? &records_[index]
-                                                                             : nullptr;
+                                                                           : nullptr;
   }
   // The record's pointer at the position among its pointers: -1 when it is
   // null, nothing when the record has no such position or the pointer leads

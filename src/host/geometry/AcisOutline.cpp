@@ -21,8 +21,7 @@ void addPoint(std::vector<std::unique_ptr<Entity>>& out, const Point3d& p) {
 
 // An ellipse curve's record: centre, normal, major axis, ratio.
 void addEllipticEdge(const AcisRecord& curve, const AcisTransform& t, const Point3d& start,
-                     const Point3d& end, bool reversed,
-                     std::vector<std::unique_ptr<Entity>>& out) {
+                     const Point3d& end, bool reversed, std::vector<std::unique_ptr<Entity>>& out) {
   const std::vector<double>& n = curve.numbers;
   if (n.size() < 10) return;
   const Point3d center{n[0], n[1], n[2]};

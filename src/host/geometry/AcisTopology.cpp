@@ -70,7 +70,7 @@ bool readLoops(const AcisModel& model, Walk& walk, long faceIndex, AcisFace& fac
 }  // namespace
 
 Point3d AcisTransform::applyLinear(const Point3d& v) const {
-  const double (&m)[3][3] = matrix;
+  const double(&m)[3][3] = matrix;
   return {scale * (v.x * m[0][0] + v.y * m[1][0] + v.z * m[2][0]),
           scale * (v.x * m[0][1] + v.y * m[1][1] + v.z * m[2][1]),
           scale * (v.x * m[0][2] + v.y * m[1][2] + v.z * m[2][2])};
@@ -82,7 +82,7 @@ Point3d AcisTransform::apply(const Point3d& p) const {
 }
 
 double AcisTransform::volumeFactor() const {
-  const double (&m)[3][3] = matrix;
+  const double(&m)[3][3] = matrix;
   const double det = m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
                      m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
                      m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
@@ -97,7 +97,8 @@ std::optional<std::vector<AcisFace>> acisFaces(const AcisModel& model) {
     const AcisRecord& bodyRecord = records[b];
     if (!bodyRecord.is("body")) continue;
     const auto transformIndex = model.link(bodyRecord, kBodyTransform, "transform");
-    const AcisTransform transform = transformOf(transformIndex ? model.at(*transformIndex) : nullptr);
+    const AcisTransform transform =
+        transformOf(transformIndex ? model.at(*transformIndex) : nullptr);
     auto lumpIndex = model.link(bodyRecord, kBodyLump, "lump");
     for (; lumpIndex && *lumpIndex != -1; lumpIndex = walk.step(*lumpIndex, kLumpNext, "lump")) {
       auto shellIndex = walk.step(*lumpIndex, kLumpShell, "shell");

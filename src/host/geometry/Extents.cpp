@@ -60,18 +60,21 @@ struct Affine {
   }
 };
 
-double coordinate(const Point3d& p, int axis) { return axis == 0 ? p.x : axis == 1 ? p.y : p.z; }
+double coordinate(const Point3d& p, int axis) {
+  return axis == 0 ? p.x : axis == 1 ? p.y : p.z;
+}
 
 bool isFinite(const Point3d& p) {
   return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
 }
 
-// The sweep from the start to the end angle, counterclockwise, in (0, 2 pi];
-// equal angles make a whole turn.
+// The sweep from the start to the end angle, counterclockwise, in (0, 2 pi].
+// Equal angles make a whole turn, and so do ends a whole turn apart that
+// rounding left a hair's breadth off.
 double sweepOf(double start, double end) {
   double sweep = std::fmod(end - start, kTwoPi);
-  if (sweep <= 0.0) sweep += kTwoPi;
-  return sweep;
+  if (sweep < 0.0) sweep += kTwoPi;
+  return sweep <= 1e-12 ? kTwoPi : sweep;
 }
 
 bool withinSweep(double angle, double start, double sweep) {
@@ -91,8 +94,15 @@ class Collector {
     const Point3d q = place.apply(p);
     if (isFinite(q)) box_.add(q);
   }
-  void conic(const Point3d& center, const Point3d& u, const Point3d& v, double start,
-             double sweep, const Affine& place);
+  void conic(const Point3d& center, const Point3d& u, const Point3d& v, double start, double sweep,
+             const Affine& place);
+  // An arc or circle in the plane of the normal, its centre in the plane's coordinates.
+  void circular(const Point3d& center, double radius, const Point3d& normal, double start,
+                double sweep, const Affine& place) {
+    const Ocs ocs(normal);
+    conic(ocs.toWorld(center), scaled(ocs.xAxis(), radius), scaled(ocs.yAxis(), radius), start,
+          sweep, place);
+  }
   void bulgePath(const std::vector<Point3d>& ocsPoints, const std::vector<double>& bulges,
                  bool closed, const Ocs& ocs, const Affine& place);
   void spline(const SplineEntity& s, const Affine& place);
@@ -160,33 +170,90 @@ void Collector::bulgePath(const std::vector<Point3d>& pts, const std::vector<dou
   }
 }
 
+// A B-spline whose knots fit its control points, evaluated here rather than
+// through the library's general entry, which prepares the whole curve anew
+// for every point asked of it.
+class Bspline {
+ public:
+  Bspline(const SplineEntity& s, std::vector<double> knots)
+      : s_(s), knots_(std::move(knots)), degree_(s.degree) {}
+
+  // Knots that suit the control points, non-decreasing; positive weights.
+  static bool fits(const SplineEntity& s, const std::vector<double>& knots) {
+    const std::size_t n = s.controlPoints.size();
+    const std::size_t p = s.degree >= 1 ? static_cast<std::size_t>(s.degree) : 0;
+    if (p == 0 || p > 64 || n <= p || knots.size() != n + p + 1) return false;
+    if (!s.weights.empty() && s.weights.size() != n) return false;
+    for (std::size_t i = 0; i < knots.size(); ++i) {
+      if (!std::isfinite(knots[i]) || (i > 0 && knots[i] < knots[i - 1])) return false;
+    }
+    for (double w : s.weights) {
+      if (!(w > 0.0) || !std::isfinite(w)) return false;
+    }
+    return knots[p] < knots[n];
+  }
+  const std::vector<double>& knots() const { return knots_; }
+  std::size_t count() const { return s_.controlPoints.size(); }
+  int degree() const { return degree_; }
+
+  // De Boor's algorithm in homogeneous coordinates.
+  Point3d at(double t) const {
+    const int p = degree_;
+    const int n = static_cast<int>(count());
+    const auto first = knots_.begin() + p;
+    const auto last = knots_.begin() + n;
+    int k = static_cast<int>(std::upper_bound(first, last, t) - knots_.begin()) - 1;
+    k = std::clamp(k, p, n - 1);
+    while (k > p && knots_[k] == knots_[k + 1]) --k;  // the end falls in the last span
+    double h[64 + 1][4];
+    for (int j = 0; j <= p; ++j) {
+      const Point3d& c = s_.controlPoints[j + k - p];
+      const double w = s_.weights.empty() ? 1.0 : s_.weights[j + k - p];
+      h[j][0] = c.x * w;
+      h[j][1] = c.y * w;
+      h[j][2] = c.z * w;
+      h[j][3] = w;
+    }
+    for (int r = 1; r <= p; ++r) {
+      for (int j = p; j >= r; --j) {
+        const double lo = knots_[j + k - p];
+        const double span = knots_[j + 1 + k - r] - lo;
+        const double a = span > 0.0 ? (t - lo) / span : 0.0;
+        for (int c = 0; c < 4; ++c) h[j][c] = (1.0 - a) * h[j - 1][c] + a * h[j][c];
+      }
+    }
+    return {h[p][0] / h[p][3], h[p][1] / h[p][3], h[p][2] / h[p][3]};
+  }
+
+ private:
+  const SplineEntity& s_;
+  std::vector<double> knots_;
+  int degree_;
+};
+
 // Samples every span of the curve finely, then closes in on each coordinate's
 // local extremes by golden section, so the box is the curve's to rounding.
+// Splines in any other form (fit points only, periodic ones listing their
+// distinct control points) take the library's samples, close to the curve
+// relative to the size of their points.
 void Collector::spline(const SplineEntity& s, const Affine& place) {
-  const std::size_t n = s.controlPoints.size();
-  if (n == 0) {
-    for (const Point3d& p : s.fitPoints) point(p, place);
+  std::vector<double> knots = s.controlPoints.empty() ? std::vector<double>{} : effectiveKnots(s);
+  if (!Bspline::fits(s, knots)) {
+    const std::vector<Point3d>& hull = s.controlPoints.empty() ? s.fitPoints : s.controlPoints;
+    platform::Extents around;
+    for (const Point3d& p : hull) around.add(p);
+    const double size = around.isEmpty() ? 0.0 : length(minus(around.max, around.min));
+    const std::vector<Point3d> samples = hull.size() >= 2 ? sample(s, 1e-7 * size) : hull;
+    for (const Point3d& p : samples.empty() ? hull : samples) point(p, place);
     return;
   }
-  const int degree = s.degree;
-  const std::vector<double> knots = effectiveKnots(s);
-  bool usable = degree >= 1 && n > static_cast<std::size_t>(degree) &&
-                knots.size() == n + static_cast<std::size_t>(degree) + 1;
-  for (std::size_t i = 1; usable && i < knots.size(); ++i) {
-    usable = std::isfinite(knots[i]) && knots[i] >= knots[i - 1];
-  }
-  for (double w : s.weights) usable = usable && w > 0.0 && std::isfinite(w);
-  if (!usable) {
-    // With positive weights the curve stays within its control points' hull.
-    for (const Point3d& p : s.controlPoints) point(p, place);
-    return;
-  }
-  auto at = [&](double t) { return place.apply(evaluate(s, t)); };
-  const int perSpan = 4 * (degree + 1);
+  const Bspline curve(s, std::move(knots));
+  auto at = [&](double t) { return place.apply(curve.at(t)); };
+  const int perSpan = std::min(4 * (curve.degree() + 1), 64);
   std::vector<double> ts;
-  for (std::size_t i = static_cast<std::size_t>(degree); i < n; ++i) {
-    const double a = knots[i];
-    const double b = knots[i + 1];
+  for (std::size_t i = static_cast<std::size_t>(curve.degree()); i < curve.count(); ++i) {
+    const double a = curve.knots()[i];
+    const double b = curve.knots()[i + 1];
     if (!(b > a)) continue;
     for (int j = ts.empty() ? 0 : 1; j <= perSpan; ++j) {
       ts.push_back(j == perSpan ? b : a + (b - a) * j / perSpan);
@@ -236,24 +303,24 @@ void Collector::spline(const SplineEntity& s, const Affine& place) {
 
 void Collector::entity(const Entity& e, const Affine& place, int depth) {
   switch (e.kind()) {
-    case EntityKind::Point: point(static_cast<const PointEntity&>(e).position, place); return;
+    case EntityKind::Point:
+      point(static_cast<const PointEntity&>(e).position, place);
+      return;
     case EntityKind::Line: {
       const auto& line = static_cast<const LineEntity&>(e);
       point(line.start, place);
       point(line.end, place);
       return;
     }
-    case EntityKind::Arc:
+    case EntityKind::Arc: {
+      const auto& arc = static_cast<const ArcEntity&>(e);
+      circular(arc.center, arc.radius, arc.normal, arc.startAngle,
+               sweepOf(arc.startAngle, arc.endAngle), place);
+      return;
+    }
     case EntityKind::Circle: {
-      const bool isArc = e.kind() == EntityKind::Arc;
-      const auto* arc = isArc ? static_cast<const ArcEntity*>(&e) : nullptr;
-      const auto* circle = isArc ? nullptr : static_cast<const CircleEntity*>(&e);
-      const Ocs ocs(isArc ? arc->normal : circle->normal);
-      const double r = isArc ? arc->radius : circle->radius;
-      const double start = isArc ? arc->startAngle : 0.0;
-      const double sweep = isArc ? sweepOf(arc->startAngle, arc->endAngle) : kTwoPi;
-      conic(ocs.toWorld(isArc ? arc->center : circle->center), scaled(ocs.xAxis(), r),
-            scaled(ocs.yAxis(), r), start, sweep, place);
+      const auto& circle = static_cast<const CircleEntity&>(e);
+      circular(circle.center, circle.radius, circle.normal, 0.0, kTwoPi, place);
       return;
     }
     case EntityKind::Ellipse: {
@@ -291,7 +358,9 @@ void Collector::entity(const Entity& e, const Affine& place, int depth) {
         if ((v.flags & 16) == 0) point(v.position, place);
       }
       return;
-    case EntityKind::Spline: spline(static_cast<const SplineEntity&>(e), place); return;
+    case EntityKind::Spline:
+      spline(static_cast<const SplineEntity&>(e), place);
+      return;
     case EntityKind::Mline:
       // Each element of the style runs off the vertex along the miter by its
       // first parameter; without elements, the vertex path stands for it.
@@ -314,14 +383,21 @@ void Collector::entity(const Entity& e, const Affine& place, int depth) {
     case EntityKind::AttributeDefinition:
       textCorners(textBox(static_cast<const AttributeDefinitionEntity&>(e).data), place);
       return;
-    case EntityKind::MText: textCorners(mtextBox(static_cast<const MTextEntity&>(e)), place); return;
+    case EntityKind::MText:
+      textCorners(mtextBox(static_cast<const MTextEntity&>(e)), place);
+      return;
     case EntityKind::BlockReference:
       reference(static_cast<const BlockReferenceEntity&>(e), place, depth);
       return;
-    case EntityKind::Hatch: pieces(hatchBoundary(db_.sourceText(e)), place, depth); return;
+    case EntityKind::Hatch:
+      pieces(hatchBoundary(db_.sourceText(e)), place, depth);
+      return;
     case EntityKind::Region:
-    case EntityKind::Solid3d: pieces(acisOutline(db_.sourceText(e)), place, depth); return;
-    case EntityKind::Unknown: return;
+    case EntityKind::Solid3d:
+      pieces(acisOutline(db_.sourceText(e)), place, depth);
+      return;
+    case EntityKind::Unknown:
+      return;
   }
 }
 
@@ -374,8 +450,7 @@ void Collector::reference(const BlockReferenceEntity& r, const Affine& place, in
   const int rows = std::max<int>(r.rows, 1);
   for (int col : {0, columns - 1}) {
     for (int row : {0, rows - 1}) {
-      const Point3d shift =
-          toPlane.linear({col * r.columnSpacing, row * r.rowSpacing, 0.0});
+      const Point3d shift = toPlane.linear({col * r.columnSpacing, row * r.rowSpacing, 0.0});
       box_.add(plus(first.min, shift));
       box_.add(plus(first.max, shift));
     }

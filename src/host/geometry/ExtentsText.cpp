@@ -115,7 +115,8 @@ std::vector<std::size_t> mtextLines(std::wstring_view s) {
           const std::wstring_view stack = s.substr(i, end - i - (end > i ? 1 : 0));
           const std::size_t split = stack.find_first_of(L"^/#");
           const std::size_t top = split == std::wstring_view::npos ? stack.size() : split;
-          const std::size_t bottom = split == std::wstring_view::npos ? 0 : stack.size() - split - 1;
+          const std::size_t bottom =
+              split == std::wstring_view::npos ? 0 : stack.size() - split - 1;
           lines.back() += std::max(top, bottom);
           i = end;
           break;
@@ -157,8 +158,8 @@ TextBox place(double x0, double x1, double y0, double y1, double oblique, int ge
   for (int k = 0; k < 4; ++k) {
     const double x = sx * (local[use[k]][0] + local[use[k]][1] * slant);
     const double y = sy * local[use[k]][1];
-    box.corners[k] = ocs.toWorld({reference.x + x * c - y * s, reference.y + x * s + y * c,
-                                  reference.z});
+    box.corners[k] =
+        ocs.toWorld({reference.x + x * c - y * s, reference.y + x * s + y * c, reference.z});
   }
   return box;
 }
@@ -177,8 +178,8 @@ TextBox textBox(const TextData& t) {
     const double span = std::hypot(dx, dy);
     if (span > 0.0) {
       const double height = horizontal == 3 && width > 0.0 ? h * span / width : h;
-      return place(0.0, span, 0.0, height, t.oblique, t.generation, std::atan2(dy, dx),
-                   t.position, ocs);
+      return place(0.0, span, 0.0, height, t.oblique, t.generation, std::atan2(dy, dx), t.position,
+                   ocs);
     }
   }
   double x0 = 0.0;
@@ -229,8 +230,8 @@ TextBox mtextBox(const MTextEntity& m) {
   }
   const Point3d yAxis = unit(cross(normal, xAxis));
   TextBox box;
-  const double local[4][2] = {{x0, y0}, {x0 + width, y0}, {x0 + width, y0 + height},
-                              {x0, y0 + height}};
+  const double local[4][2] = {
+      {x0, y0}, {x0 + width, y0}, {x0 + width, y0 + height}, {x0, y0 + height}};
   for (int k = 0; k < 4; ++k) {
     box.corners[k] = plus(m.position, plus(scaled(xAxis, local[k][0]), scaled(yAxis, local[k][1])));
   }

@@ -3,7 +3,6 @@
 // arcs and elliptic arcs keep their angles mirrored, as if measured clockwise.
 #include "geometry/HatchBoundary.h"
 
-#include <cmath>
 #include <optional>
 
 #include "dxf/GroupCodes.h"
@@ -203,10 +202,17 @@ bool readEdgePath(Cursor& c, const Plane& plane, Entities& out) {
         }
         break;
       }
-      case 2: read = readArcEdge(c, plane, out); break;
-      case 3: read = readEllipseEdge(c, plane, out); break;
-      case 4: read = readSplineEdge(c, plane, out); break;
-      default: break;
+      case 2:
+        read = readArcEdge(c, plane, out);
+        break;
+      case 3:
+        read = readEllipseEdge(c, plane, out);
+        break;
+      case 4:
+        read = readSplineEdge(c, plane, out);
+        break;
+      default:
+        break;
     }
     if (!read) return false;
   }
@@ -252,8 +258,8 @@ std::vector<std::unique_ptr<Entity>> hatchBoundary(std::string_view hatchSource)
   for (long k = 0; k < paths; ++k) {
     const auto flags = c.integer(92);
     if (!flags) break;
-    const bool read = (*flags & 2) != 0 ? readPolylinePath(c, plane, out)
-                                        : readEdgePath(c, plane, out);
+    const bool read =
+        (*flags & 2) != 0 ? readPolylinePath(c, plane, out) : readEdgePath(c, plane, out);
     if (!read) break;
     // The path's source objects: a count and their handles.
     if (c.at(97)) {

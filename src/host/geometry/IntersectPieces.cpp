@@ -186,7 +186,9 @@ void Box2::add(const Box2& other) {
   y1 = std::max(y1, other.y1);
 }
 
-double Box2::diagonal() const { return x1 >= x0 ? normXY(x1 - x0, y1 - y0) : 0.0; }
+double Box2::diagonal() const {
+  return x1 >= x0 ? normXY(x1 - x0, y1 - y0) : 0.0;
+}
 
 Point3d Piece::at(double s) const {
   switch (kind) {
@@ -295,8 +297,8 @@ Shape shapeOf(const Database& db, const Entity& entity, double tolerance) {
     case EntityKind::Ellipse: {
       const auto& e = static_cast<const EllipseEntity&>(entity);
       const Point3d minor = scaled(cross(unit(e.normal), e.majorAxis), e.ratio);
-      addConic(shape, e.center, e.majorAxis, minor, e.startParam,
-               sweepOf(e.startParam, e.endParam), tolerance);
+      addConic(shape, e.center, e.majorAxis, minor, e.startParam, sweepOf(e.startParam, e.endParam),
+               tolerance);
       break;
     }
     case EntityKind::LwPolyline:

@@ -82,7 +82,11 @@ Shape shapeOf(const Database& db, const Entity& entity, double tolerance);
 
 // Plain square roots: the library's hypot guards against overflow that
 // drawing coordinates never reach, at several times the cost.
-inline double normXY(double x, double y) { return std::sqrt(x * x + y * y); }
-inline double distanceXY(const Point3d& a, const Point3d& b) { return normXY(a.x - b.x, a.y - b.y); }
+inline double normXY(double x, double y) {
+  return std::sqrt(x * x + y * y);
+}
+inline double distanceXY(const Point3d& a, const Point3d& b) {
+  return normXY(a.x - b.x, a.y - b.y);
+}
 
 }  // namespace host::geometry

@@ -32,7 +32,9 @@ struct Found {
   }
 };
 
-double crossXY(double ax, double ay, double bx, double by) { return ax * by - ay * bx; }
+double crossXY(double ax, double ay, double bx, double by) {
+  return ax * by - ay * bx;
+}
 
 // ---- parameters of points ------------------------------------------------------
 
@@ -434,7 +436,9 @@ bool liesAlong(const Flat& a, const Flat& b, double margin) {
 // The boxes of a flat's chords taken a block at a time.
 constexpr std::size_t kBlock = 32;
 
-std::size_t chordCount(const Flat& f) { return std::max<std::size_t>(f.points.size(), 2) - 1; }
+std::size_t chordCount(const Flat& f) {
+  return std::max<std::size_t>(f.points.size(), 2) - 1;
+}
 
 std::vector<Box2> blockBoxes(const Flat& f) {
   std::vector<Box2> boxes;

@@ -15,7 +15,7 @@ namespace host::geometry {
 // A spline's control points, weights, degree and knots as evaluation uses
 // them: knots made up when the file gave none (or an unusable set), periodic
 // control points wrapped when the knots call for it, and a spline with fit
-// points only taken as the polyline through them.
+// points only taken as the interpolating spline through them.
 class SplineCurve {
  public:
   explicit SplineCurve(const SplineEntity& spline);

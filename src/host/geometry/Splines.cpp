@@ -10,6 +10,7 @@
 
 #include "geometry/IntersectSpline.h"
 #include "geometry/Ocs.h"
+#include "geometry/SplineFit.h"
 
 namespace host::geometry {
 namespace {
@@ -97,31 +98,41 @@ std::unique_ptr<SplineEntity> conicSpline(const Point3d& c, const Point3d& u, co
 // ---- the prepared curve ------------------------------------------------------
 
 SplineCurve::SplineCurve(const SplineEntity& spline) {
-  const bool fitOnly = spline.controlPoints.empty();
-  points_ = fitOnly ? spline.fitPoints : spline.controlPoints;
+  // A spline known by its fit points only is the curve through them that the
+  // host draws from such points.
+  if (spline.controlPoints.empty() && spline.fitPoints.size() >= 2) {
+    const SplineEntity fitted = splineThrough(spline.fitPoints);
+    if (!fitted.controlPoints.empty()) {
+      *this = SplineCurve(fitted);
+      return;
+    }
+  }
+  points_ = spline.controlPoints.empty() ? spline.fitPoints : spline.controlPoints;
   const std::size_t n = points_.size();
   if (n == 0) return;
-  if (n == 1) {
+  if (n == 1 || spline.controlPoints.empty()) {
+    // One point, or fit points that are all one point.
+    points_.resize(1);
     degree_ = 1;
     knots_ = {0.0, 0.0};
     return;
   }
-  const bool rational = !fitOnly && ((spline.flags & kRational) != 0 || !spline.weights.empty());
+  const bool rational = (spline.flags & kRational) != 0 || !spline.weights.empty();
   if (rational) {
     weights_ = spline.weights.size() == n ? spline.weights : std::vector<double>(n, 1.0);
   }
-  degree_ = fitOnly ? 1 : spline.degree;
+  degree_ = spline.degree;
   const std::size_t p = static_cast<std::size_t>(std::max(degree_, 1));
   // A periodic spline may list its distinct control points only, with knots
   // for the wrapped set: the first degree points again at the end.
   const bool periodic = (spline.flags & (kPeriodic | kClosed)) != 0;
-  if (!fitOnly && periodic && degree_ >= 1 && spline.knots.size() == n + 2 * p + 1 && n >= p) {
+  if (periodic && degree_ >= 1 && spline.knots.size() == n + 2 * p + 1 && n >= p) {
     for (std::size_t i = 0; i < p; ++i) {
       points_.push_back(points_[i]);
       if (rational) weights_.push_back(weights_[i]);
     }
   }
-  if (!fitOnly && degree_ >= 1 && usableKnots(spline.knots, points_.size(), degree_)) {
+  if (degree_ >= 1 && usableKnots(spline.knots, points_.size(), degree_)) {
     knots_ = spline.knots;
   } else {
     points_.resize(n);
@@ -224,7 +235,9 @@ std::vector<double> effectiveKnots(const SplineEntity& spline) {
   return SplineCurve(spline).knots();
 }
 
-Point3d evaluate(const SplineEntity& spline, double param) { return SplineCurve(spline).at(param); }
+Point3d evaluate(const SplineEntity& spline, double param) {
+  return SplineCurve(spline).at(param);
+}
 
 std::vector<Point3d> sample(const SplineEntity& spline, double tolerance) {
   const SplineCurve curve(spline);
@@ -277,8 +290,9 @@ std::unique_ptr<Entity> toPolyline(const SplineEntity& spline, int precision) {
   // precision from exhausting memory.
   const std::vector<double> spans = curve.breaks();
   const std::size_t spanCount = std::max<std::size_t>(spans.size() - 1, 1);
-  const std::size_t steps = std::max<std::size_t>(
-      1, std::min<std::size_t>(static_cast<std::size_t>(precision), (std::size_t{1} << 22) / spanCount));
+  const std::size_t steps =
+      std::max<std::size_t>(1, std::min<std::size_t>(static_cast<std::size_t>(precision),
+                                                     (std::size_t{1} << 22) / spanCount));
   std::vector<Point3d> vertices{curve.at(spans.front())};
   for (std::size_t i = 1; i < spans.size(); ++i) {
     for (std::size_t s = 1; s <= steps; ++s) {

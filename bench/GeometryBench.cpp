@@ -1,0 +1,134 @@
+// The geometry's speed on large inputs: the extents of a million entities of
+// mixed kinds, and the intersections of a hundred thousand overlapping pairs.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <memory>
+#include <random>
+
+#include "db/Database.h"
+#include "geometry/Extents.h"
+#include "geometry/Intersections.h"
+
+namespace {
+
+using host::Database;
+using platform::Point3d;
+
+// Lines, arcs, circles, ellipses, bulged polylines, texts and splines, spread
+// over a square.
+void fill(Database& db, int count, std::mt19937& random) {
+  std::uniform_real_distribution<double> at(0.0, 1000.0);
+  std::uniform_real_distribution<double> size(1.0, 20.0);
+  Point3d p;
+  for (int i = 0; i < count; ++i) {
+    // Entities come in pairs at nearly one place, so that each pair overlaps.
+    if (i % 2 == 0) {
+      p = {at(random), at(random), 0.0};
+    } else {
+      p = {p.x + 1.5, p.y + 0.5, 0.0};
+    }
+    const double r = size(random);
+    std::unique_ptr<host::Entity> e;
+    switch (i % 7) {
+      case 0: {
+        auto line = std::make_unique<host::LineEntity>();
+        line->start = p;
+        line->end = {p.x + r, p.y + r / 2, 0.0};
+        e = std::move(line);
+        break;
+      }
+      case 1: {
+        auto arc = std::make_unique<host::ArcEntity>();
+        arc->center = p;
+        arc->radius = r;
+        arc->startAngle = 0.3;
+        arc->endAngle = 2.5;
+        e = std::move(arc);
+        break;
+      }
+      case 2: {
+        auto circle = std::make_unique<host::CircleEntity>();
+        circle->center = p;
+        circle->radius = r;
+        e = std::move(circle);
+        break;
+      }
+      case 3: {
+        auto ellipse = std::make_unique<host::EllipseEntity>();
+        ellipse->center = p;
+        ellipse->majorAxis = {r, r / 3, 0.0};
+        ellipse->ratio = 0.5;
+        e = std::move(ellipse);
+        break;
+      }
+      case 4: {
+        auto pl = std::make_unique<host::LwPolylineEntity>();
+        pl->vertices = {{p.x, p.y, 0.0}, {p.x + r, p.y, 0.5}, {p.x + r, p.y + r, 0.0},
+                        {p.x, p.y + r, -0.3}};
+        pl->closed = true;
+        e = std::move(pl);
+        break;
+      }
+      case 5: {
+        auto text = std::make_unique<host::TextEntity>();
+        text->data.position = p;
+        text->data.height = r / 5;
+        text->data.rotation = 0.4;
+        text->data.text = L"Road 12";
+        e = std::move(text);
+        break;
+      }
+      default: {
+        auto spline = std::make_unique<host::SplineEntity>();
+        spline->degree = 3;
+        spline->controlPoints = {p, {p.x + r, p.y + r, 0}, {p.x + 2 * r, p.y - r, 0},
+                                 {p.x + 3 * r, p.y, 0}};
+        spline->knots = {0, 0, 0, 0, 1, 1, 1, 1};
+        e = std::move(spline);
+        break;
+      }
+    }
+    db.addEntity(std::move(e), db.modelSpace());
+  }
+}
+
+void BM_ExtentsOfAMillion(benchmark::State& state) {
+  Database db;
+  std::mt19937 random(7);
+  fill(db, 1000000, random);
+  const std::vector<platform::ObjectId> ids = db.blockEntities(db.modelSpace());
+  for (auto _ : state) {
+    platform::Extents all;
+    for (platform::ObjectId id : ids) all.add(host::geometry::extentsOf(db, *db.entity(id)));
+    benchmark::DoNotOptimize(all);
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<long long>(ids.size()));
+}
+
+void BM_IntersectionsOfOverlappingPairs(benchmark::State& state) {
+  Database db;
+  std::mt19937 random(11);
+  fill(db, 200000, random);
+  const std::vector<platform::ObjectId> ids = db.blockEntities(db.modelSpace());
+  // Each entity with the next, of another kind and placed over it.
+  std::vector<std::pair<const host::Entity*, const host::Entity*>> pairs;
+  for (std::size_t i = 0; i + 1 < ids.size() && pairs.size() < 100000; i += 2) {
+    pairs.emplace_back(db.entity(ids[i]), db.entity(ids[i + 1]));
+  }
+  std::size_t points = 0;
+  for (auto _ : state) {
+    points = 0;
+    for (const auto& [a, b] : pairs) points += host::geometry::intersectXY(db, *a, *b).size();
+    benchmark::DoNotOptimize(points);
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<long long>(pairs.size()));
+  state.counters["points"] = static_cast<double>(points);
+}
+
+BENCHMARK(BM_ExtentsOfAMillion)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_IntersectionsOfOverlappingPairs)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+}  // namespace
+
+BENCHMARK_MAIN();
