@@ -83,6 +83,17 @@ class Entity : public DbObject {
   EntityKind kind_;
 };
 
+// Copies the properties every entity has (layer, linetype, colour, lineweight,
+// visibility and the rare ones) from one entity to another of any kind.
+inline void copyCommonProperties(const Entity& from, Entity& to) {
+  to.layer = from.layer;
+  to.linetype = from.linetype;
+  to.color = from.color;
+  to.lineweight = from.lineweight;
+  to.invisible = from.invisible;
+  to.rare = from.rare;
+}
+
 template <typename Derived, EntityKind kKind>
 class EntityOf : public Entity {
  public:

@@ -278,23 +278,11 @@ std::string encodeUtf8(std::wstring_view text) {
   out.reserve(text.size() + text.size() / 2);
   for (wchar_t c : text) {
     const std::uint32_t cp = codePoint(c);
-    if (cp < 0x80) {
-      out.push_back(static_cast<char>(cp));
-    } else if (cp < 0x800) {
-      out.push_back(static_cast<char>(0xC0 | (cp >> 6)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
-    } else if ((cp >= 0xD800 && cp <= 0xDFFF) || cp > 0x10FFFF) {
+    if ((cp >= 0xD800 && cp <= 0xDFFF) || cp > 0x10FFFF) {
       // UTF-8 has no form for these; the escape keeps them for the next reader.
       appendEscaped(out, c);
-    } else if (cp < 0x10000) {
-      out.push_back(static_cast<char>(0xE0 | (cp >> 12)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
     } else {
-      out.push_back(static_cast<char>(0xF0 | (cp >> 18)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 12) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | ((cp >> 6) & 0x3F)));
-      out.push_back(static_cast<char>(0x80 | (cp & 0x3F)));
+      platform::appendUtf8(out, cp);
     }
   }
   return out;

@@ -29,15 +29,6 @@ std::unique_ptr<T> freshCopy(const T& source) {
   return copy;
 }
 
-void copyProperties(const Entity& from, Entity& to) {
-  to.layer = from.layer;
-  to.linetype = from.linetype;
-  to.color = from.color;
-  to.lineweight = from.lineweight;
-  to.invisible = from.invisible;
-  to.rare = from.rare;
-}
-
 BreakResult breakLine(const LineEntity& line, double a, double b) {
   const double length = geometry::length(minus(line.end, line.start));
   const Point3d dir = length > 0 ? scaled(minus(line.end, line.start), 1.0 / length) : Point3d{};
@@ -93,7 +84,7 @@ BreakResult breakCircle(const CircleEntity& circle, double first, double second)
     return r;
   }
   auto arc = std::make_unique<ArcEntity>();
-  copyProperties(circle, *arc);
+  copyCommonProperties(circle, *arc);
   arc->center = circle.center;
   arc->radius = circle.radius;
   arc->normal = circle.normal;

@@ -287,15 +287,6 @@ std::optional<double> withinRange(const ParamRange& range, double param) {
   return std::clamp(param, range.start, range.end);
 }
 
-void copyProperties(const Entity& from, Entity& to) {
-  to.layer = from.layer;
-  to.linetype = from.linetype;
-  to.color = from.color;
-  to.lineweight = from.lineweight;
-  to.invisible = from.invisible;
-  to.rare = from.rare;
-}
-
 }  // namespace
 
 bool isCurve(const Entity& entity) {
@@ -532,14 +523,14 @@ std::vector<std::unique_ptr<Entity>> explode(const LwPolylineEntity& polyline) {
       const double to = from + s.shape.sweep;
       arc->startAngle = normalizedAngle(s.shape.sweep > 0.0 ? from : to);
       arc->endAngle = normalizedAngle(s.shape.sweep > 0.0 ? to : from);
-      copyProperties(polyline, *arc);
+      copyCommonProperties(polyline, *arc);
       pieces.push_back(std::move(arc));
     } else if (s.start != s.end) {
       // A segment between coincident vertices has nothing to draw.
       auto line = std::make_unique<LineEntity>();
       line->start = s.start;
       line->end = s.end;
-      copyProperties(polyline, *line);
+      copyCommonProperties(polyline, *line);
       pieces.push_back(std::move(line));
     }
   }

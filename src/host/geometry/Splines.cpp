@@ -43,15 +43,6 @@ bool usableKnots(const std::vector<double>& knots, std::size_t count, int degree
   return knots[static_cast<std::size_t>(degree)] < knots[count];
 }
 
-void copyProperties(const Entity& from, Entity& to) {
-  to.layer = from.layer;
-  to.linetype = from.linetype;
-  to.color = from.color;
-  to.lineweight = from.lineweight;
-  to.invisible = from.invisible;
-  to.rare = from.rare;
-}
-
 // A sweep in (0, 2 pi]; equal start and end mean the whole turn.
 double normalSweep(double start, double end) {
   double sweep = std::fmod(end - start, kTwoPi);
@@ -276,7 +267,7 @@ std::unique_ptr<SplineEntity> splineOf(const Entity& entity) {
     default:
       return nullptr;
   }
-  copyProperties(entity, *spline);
+  copyCommonProperties(entity, *spline);
   return spline;
 }
 
@@ -334,7 +325,7 @@ std::unique_ptr<Entity> toPolyline(const SplineEntity& spline, int precision) {
     }
     result = std::move(pl);
   }
-  copyProperties(spline, *result);
+  copyCommonProperties(spline, *result);
   return result;
 }
 

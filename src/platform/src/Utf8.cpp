@@ -18,6 +18,12 @@ void appendCodePoint(std::wstring& out, char32_t cp) {
   out.push_back(static_cast<wchar_t>(cp));
 }
 
+bool isSurrogate(char32_t cp) {
+  return cp >= 0xD800 && cp <= 0xDFFF;
+}
+
+}  // namespace
+
 void appendUtf8(std::string& out, char32_t cp) {
   if (cp < 0x80) {
     out.push_back(static_cast<char>(cp));
@@ -36,11 +42,6 @@ void appendUtf8(std::string& out, char32_t cp) {
   }
 }
 
-bool isSurrogate(char32_t cp) {
-  return cp >= 0xD800 && cp <= 0xDFFF;
-}
-
-}  // namespace
 
 std::string toUtf8(std::wstring_view text) {
   std::string out;

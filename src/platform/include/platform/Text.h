@@ -74,6 +74,10 @@ int scanPoint(std::wstring_view text, Point3d& out);
 std::wstring lowerCase(std::wstring_view text);
 bool equalsIgnoreCase(std::wstring_view a, std::wstring_view b);
 
+// Appends one code point in UTF-8; the caller keeps surrogates and values past
+// U+10FFFF out.
+void appendUtf8(std::string& out, char32_t codePoint);
+
 // UTF-8 conversions. Invalid input bytes become U+FFFD.
 std::string toUtf8(std::wstring_view text);
 std::wstring fromUtf8(std::string_view text);
