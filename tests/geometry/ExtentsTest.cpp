@@ -2,6 +2,13 @@
 // that the box holds every point of the curve and touches its extremes.
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "dxf/DrawingReader.h"
+
 #include <cmath>
 #include <memory>
 #include <sstream>
@@ -730,3 +737,33 @@ TEST_F(HatchTest, HatchInsideABlockIsPlacedWithIt) {
 }
 
 }  // namespace
+
+namespace host::geometry {
+namespace {
+
+// Every entity of a drawing made by an independent writer, of every kind the
+// files bring, has extents; only what the file keeps no geometry of is empty.
+TEST(ExtentsOfADrawing, EveryKindTheFilesBringHasExtents) {
+  std::ifstream in(std::string(FIXTURES_DIR) + "/full_r2018.dxf", std::ios::binary);
+  auto text = std::make_shared<const std::string>(std::istreambuf_iterator<char>(in),
+                                                  std::istreambuf_iterator<char>());
+  ASSERT_FALSE(text->empty());
+  dxf::LoadedDrawing drawing = dxf::readDrawing(text);
+  const Database& db = *drawing.db;
+  int checked = 0;
+  for (ObjectId space : {db.modelSpace(), db.paperSpace()}) {
+    for (ObjectId id : db.blockEntities(space)) {
+      const Entity& e = *db.entity(id);
+      // Solids of this format keep their bodies in a binary section the host doesn't read.
+      if (e.kind() == EntityKind::Solid3d || e.kind() == EntityKind::Region) continue;
+      const std::wstring name = typeName(e);
+      if (e.kind() == EntityKind::Unknown && name != L"SOLID" && name != L"3DFACE") continue;
+      EXPECT_FALSE(extentsOf(db, e).isEmpty()) << std::string(name.begin(), name.end());
+      ++checked;
+    }
+  }
+  EXPECT_GT(checked, 30);
+}
+
+}  // namespace
+}  // namespace host::geometry

@@ -1,6 +1,7 @@
 // The geometric extents of every kind of entity, in world coordinates. Block
 // references take their block's contents (and their attributes) transformed;
-// hatches, regions and solids read what they need from their source text.
+// hatches, regions and solids read what they need from their source text, and
+// kinds the host does not model the points their text holds.
 #pragma once
 
 #include "db/Database.h"
