@@ -68,6 +68,19 @@ std::vector<Point3d> DbEntityGeometry::intersectWith(ObjectId a, ObjectId b) con
   return geometry::intersectXY(db_, *ea, *eb);
 }
 
+std::optional<std::pair<double, double>> DbEntityGeometry::paramRange(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return std::nullopt;
+  const auto range = geometry::paramRange(*e);
+  if (!range) return std::nullopt;
+  return std::make_pair(range->start, range->end);
+}
+
+std::optional<Point3d> DbEntityGeometry::pointAtParam(ObjectId id, double param) const {
+  const Entity* e = find(id);
+  return e != nullptr ? geometry::pointAtParam(*e, param) : std::nullopt;
+}
+
 std::optional<Point3d> DbEntityGeometry::startPoint(ObjectId id) const {
   const Entity* e = find(id);
   return e != nullptr ? geometry::startPoint(*e) : std::nullopt;

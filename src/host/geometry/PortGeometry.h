@@ -17,6 +17,8 @@ class DbEntityGeometry : public platform::EntityGeometry {
   platform::EntityClass entityClass(ObjectId entity) const override;
   std::optional<platform::Extents> extents(ObjectId entity) const override;
   std::vector<Point3d> intersectWith(ObjectId a, ObjectId b) const override;
+  std::optional<std::pair<double, double>> paramRange(ObjectId curve) const override;
+  std::optional<Point3d> pointAtParam(ObjectId curve, double param) const override;
   std::optional<Point3d> startPoint(ObjectId curve) const override;
   std::optional<Point3d> endPoint(ObjectId curve) const override;
   std::optional<double> length(ObjectId curve) const override;

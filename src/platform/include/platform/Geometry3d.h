@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -47,7 +48,11 @@ class EntityGeometry {
   // Where the two meet in the XY plane, neither extended.
   virtual std::vector<Point3d> intersectWith(ObjectId a, ObjectId b) const = 0;
 
-  // Curves: nothing for an entity that is none.
+  // Curves: nothing for an entity that is none. A curve's parameter runs over
+  // its range: a line's along its length, an arc's or ellipse's over its angle,
+  // a polyline's from 0 to its number of segments, a spline's over its knots.
+  virtual std::optional<std::pair<double, double>> paramRange(ObjectId curve) const = 0;
+  virtual std::optional<Point3d> pointAtParam(ObjectId curve, double param) const = 0;
   virtual std::optional<Point3d> startPoint(ObjectId curve) const = 0;
   virtual std::optional<Point3d> endPoint(ObjectId curve) const = 0;
   virtual std::optional<double> length(ObjectId curve) const = 0;
