@@ -124,15 +124,22 @@ void writeText(const TextEntity& e, EntityWriter& w) {
   w.endSubclass();
 }
 
-std::unique_ptr<Entity> readAttribute(const Tag* begin, const Tag* end, ReadContext& context,
-                                      CommonRead& common) {
-  auto e = std::make_unique<AttributeEntity>();
+// Attributes and their definitions read alike: text data, then a tag and
+// flags in their own subclass; a definition has a prompt too.
+template <typename T>
+std::unique_ptr<Entity> readAttributeLike(const Tag* begin, const Tag* end, ReadContext& context,
+                                          CommonRead& common, const KindInfo& kind,
+                                          std::wstring T::*prompt) {
+  auto e = std::make_unique<T>();
   const TextCodec& codec = context.codec();
   auto tags = tagsOf([&](const Tag& t, int slot) {
     if (slot != 2 && readTextData(t, e->data, codec)) return;
     switch (t.code) {
       case 2:
         decodeInto(codec, t.value, e->tag);
+        break;
+      case 3:
+        if (prompt != nullptr) decodeInto(codec, t.value, (*e).*prompt);
         break;
       case 70:
         e->flags = int16Of(t);
@@ -144,8 +151,13 @@ std::unique_ptr<Entity> readAttribute(const Tag* begin, const Tag* end, ReadCont
         break;
     }
   });
-  readTags(begin, end, kAttributeKind, e.get(), context, common, &tags);
+  readTags(begin, end, kind, e.get(), context, common, &tags);
   return e;
+}
+
+std::unique_ptr<Entity> readAttribute(const Tag* begin, const Tag* end, ReadContext& context,
+                                      CommonRead& common) {
+  return readAttributeLike<AttributeEntity>(begin, end, context, common, kAttributeKind, nullptr);
 }
 
 void writeAttribute(const AttributeEntity& e, EntityWriter& w) {
@@ -161,29 +173,9 @@ void writeAttribute(const AttributeEntity& e, EntityWriter& w) {
 
 std::unique_ptr<Entity> readAttributeDefinition(const Tag* begin, const Tag* end,
                                                 ReadContext& context, CommonRead& common) {
-  auto e = std::make_unique<AttributeDefinitionEntity>();
-  const TextCodec& codec = context.codec();
-  auto tags = tagsOf([&](const Tag& t, int slot) {
-    if (slot != 2 && readTextData(t, e->data, codec)) return;
-    switch (t.code) {
-      case 2:
-        decodeInto(codec, t.value, e->tag);
-        break;
-      case 3:
-        decodeInto(codec, t.value, e->prompt);
-        break;
-      case 70:
-        e->flags = int16Of(t);
-        break;
-      case 74:
-        e->data.verticalAlignment = int16Of(t);
-        break;
-      default:
-        break;
-    }
-  });
-  readTags(begin, end, kAttributeDefinitionKind, e.get(), context, common, &tags);
-  return e;
+  return readAttributeLike<AttributeDefinitionEntity>(begin, end, context, common,
+                                                      kAttributeDefinitionKind,
+                                                      &AttributeDefinitionEntity::prompt);
 }
 
 void writeAttributeDefinition(const AttributeDefinitionEntity& e, EntityWriter& w) {
