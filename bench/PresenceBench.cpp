@@ -37,9 +37,14 @@ struct Fixture {
     host::registerHostCommands(session);
     platform::AppPacket packet{&session, nullptr};
     zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
-    const std::size_t before = mallinfo2().uordblks;
+    // Heap in use, including the blocks large arrays are mapped in.
+    auto inUse = [] {
+      const struct mallinfo2 info = mallinfo2();
+      return info.uordblks + info.hblkhd;
+    };
+    const std::size_t before = inUse();
     build();
-    bytesPerEntity = static_cast<double>(mallinfo2().uordblks - before) / kEntities;
+    bytesPerEntity = static_cast<double>(inUse() - before) / kEntities;
   }
   ~Fixture() { zarvel::entryPoint(platform::AppMsg::kUnloadApp, nullptr); }
 

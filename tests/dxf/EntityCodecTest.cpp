@@ -244,7 +244,7 @@ TEST(EntityCodecTest, PointAndLineAsEzdxfWritesThem) {
   ASSERT_TRUE(l);
   EXPECT_EQ(l->start, (Point3d{0, 0, 0}));
   EXPECT_EQ(l->end, (Point3d{10, 5, 0}));
-  EXPECT_EQ(l->linetype, d.idOfLinetype(L"DASHED"));
+  EXPECT_EQ(l->linetype(), d.idOfLinetype(L"DASHED"));
   EXPECT_EQ(l->color, 1);
   EXPECT_EQ(l->lineweight, 25);
   ASSERT_TRUE(l->rare);
@@ -805,7 +805,7 @@ TEST(EntityCodecTest, CommonProperties) {
   EXPECT_EQ(read.ownerHandle, 0x1Bu);
   const Entity& c = *read.entity;
   EXPECT_EQ(c.layer, d.idOfLayer(L"Walls"));
-  EXPECT_TRUE(c.linetype.isNull());
+  EXPECT_TRUE(c.linetype().isNull());
   EXPECT_EQ(c.color, kColorByLayer);
   EXPECT_EQ(c.lineweight, kLineweightByLayer);
   EXPECT_TRUE(c.invisible);
@@ -817,7 +817,7 @@ TEST(EntityCodecTest, CommonProperties) {
   auto e = d.adopt(readEntity(full.tags, d));
   e->owner = d.paperSpace;
   e->color = 3;
-  e->linetype = d.idOfLinetype(L"DASHED");
+  e->setLinetype(d.idOfLinetype(L"DASHED"));
   e->invisible = false;
   e->layer = d.layer(L"New");
   EXPECT_EQ(listing(written(*e, d, &full, 0x1B)),

@@ -570,7 +570,7 @@ TEST(Explode, ArcsKeepThePlaneAndCentreOfThePolyline) {
 TEST(Explode, PiecesCarryTheLayerAndProperties) {
   auto p = lw({{0, 0, 0}, {1, 0, 0.3}, {2, 1, 0}}, false);
   p.layer = platform::ObjectId(42);
-  p.linetype = platform::ObjectId(7);
+  p.setLinetype(platform::ObjectId(7));
   p.color = 3;
   p.lineweight = 25;
   p.invisible = true;
@@ -580,7 +580,7 @@ TEST(Explode, PiecesCarryTheLayerAndProperties) {
   ASSERT_EQ(pieces.size(), 2u);
   for (const auto& piece : pieces) {
     EXPECT_EQ(piece->layer, platform::ObjectId(42));
-    EXPECT_EQ(piece->linetype, platform::ObjectId(7));
+    EXPECT_EQ(piece->linetype(), platform::ObjectId(7));
     EXPECT_EQ(piece->color, 3);
     EXPECT_EQ(piece->lineweight, 25);
     EXPECT_TRUE(piece->invisible);

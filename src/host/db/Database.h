@@ -13,6 +13,7 @@
 
 #include "db/Entities.h"
 #include "db/HandleIndex.h"
+#include "db/ObjectTable.h"
 #include "db/Objects.h"
 #include "db/UndoJournal.h"
 
@@ -165,7 +166,7 @@ class Database {
   ObjectId addObject(std::unique_ptr<DbObject> object);
   std::unique_ptr<DbObject>& slot(ObjectId id) { return objects_[id.value() - 1]; }
 
-  std::vector<std::unique_ptr<DbObject>> objects_;
+  ObjectTable objects_;
   std::shared_ptr<const std::string> source_;
   Handle handleSeed_ = 1;
   mutable HandleIndex handleIndex_;

@@ -53,6 +53,7 @@ struct Hyperlink {
 
 // Properties most entities leave at their defaults; they cost a pointer until set.
 struct RareProperties {
+  ObjectId linetype;               // null: by layer
   std::int32_t trueColor = -1;     // 0x00RRGGBB, -1 for none
   std::wstring colorName;          // a colour book's name, empty for none
   std::int32_t transparency = -1;  // -1 by layer
@@ -69,11 +70,16 @@ class Entity : public DbObject {
   EntityKind kind() const { return kind_; }
 
   ObjectId layer;
-  ObjectId linetype;  // null: by layer
   std::int16_t color = kColorByLayer;
   std::int16_t lineweight = kLineweightByLayer;
   bool invisible = false;
   DeepPtr<RareProperties> rare;
+
+  // Most entities draw with their layer's linetype, so it lives with the rare ones.
+  ObjectId linetype() const { return rare ? rare->linetype : ObjectId(); }
+  void setLinetype(ObjectId id) {
+    if (!id.isNull() || rare) rare.make().linetype = id;
+  }
 
  protected:
   Entity(const Entity&) = default;
@@ -87,7 +93,6 @@ class Entity : public DbObject {
 // visibility and the rare ones) from one entity to another of any kind.
 inline void copyCommonProperties(const Entity& from, Entity& to) {
   to.layer = from.layer;
-  to.linetype = from.linetype;
   to.color = from.color;
   to.lineweight = from.lineweight;
   to.invisible = from.invisible;

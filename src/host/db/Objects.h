@@ -156,8 +156,6 @@ class ExtDictionary : public DbObjectOf<ExtDictionary, ObjectType::ExtDictionary
 
   Handle odHandle = 0;
   OdRecordList od;
-  // Where the xrecord of the records stands in the file the drawing was read from.
-  SourceSpan odSource;
   DeepPtr<Extras> extras;
 };
 

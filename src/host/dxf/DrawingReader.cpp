@@ -673,7 +673,7 @@ std::size_t Reader::readObjects() {
         image_->objects.push_back({entity, true});
         continue;
       }
-      db_->loading<ExtDictionary>(dictId)->odSource = span;
+      image_->setOdSource(dictId, span);
       image_->objects.push_back({dictId, true});
       if (tablesLeft == 0 && recordsToRead.empty()) {
         // The tables are known: the records are read from the tags at hand.
@@ -720,7 +720,7 @@ std::size_t Reader::readObjects() {
   for (const Early& e : early) {
     const ObjectId dictId = db_->loading<Entity>(e.entity)->xdict;
     image_->objects[e.slot].id = dictId;
-    db_->loading<ExtDictionary>(dictId)->odSource = e.span;
+    image_->setOdSource(dictId, e.span);
     recordsToRead.emplace_back(dictId, e.at);
   }
   if (!recordsToRead.empty()) {
@@ -756,6 +756,8 @@ void Reader::finish() {
   header.currentSpace = db_->modelSpace();
   image_->loadedIdCount = db_->idCount();
   db_->setSourceText(text_);
+  // Built for reading; a session builds it again only if it looks a handle up.
+  db_->reindexHandles();
 }
 
 }  // namespace

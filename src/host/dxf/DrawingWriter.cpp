@@ -595,8 +595,9 @@ void Writer::writeObject(ObjectId id) {
 void Writer::writeOdXrecord(ObjectId dictionary) {
   const ExtDictionary* dict = db_.get<ExtDictionary>(dictionary);
   if (dict == nullptr || !alive(dictionary) || dict->od.empty()) return;
-  if (!dict->odSource.empty() && !dict->modified) {
-    out_.writeRaw(span(dict->odSource));
+  const SourceSpan odSource = image_.odSource(dictionary);
+  if (!odSource.empty() && !dict->modified) {
+    out_.writeRaw(span(odSource));
     return;
   }
   writeXrecordStart(dict->odHandle, dict->handle);

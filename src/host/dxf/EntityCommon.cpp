@@ -92,8 +92,8 @@ bool readCommonTag(const Tag& t, Entity* e, ReadContext& context, CommonRead& co
     case 6:
       // By layer is the model's null linetype, not a record.
       if (e && !equalsIgnoreCaseAscii(t.value, "BYLAYER")) {
-        e->linetype = lookUpName(context, t.value,
-                                 [&](std::wstring_view name) { return context.linetype(name); });
+        e->setLinetype(lookUpName(context, t.value,
+                                  [&](std::wstring_view name) { return context.linetype(name); }));
       }
       return true;
     case 62:

@@ -183,8 +183,8 @@ void EntityWriter::writeCommon(const Entity& e, bool paperSpace) {
   if (paperSpace || has(67)) integer(67, paperSpace ? 1 : 0);
   const std::wstring layer = context_.layerName(e.layer);
   text(8, layer.empty() ? std::wstring_view(L"0") : std::wstring_view(layer));
-  if (!e.linetype.isNull()) {
-    text(6, context_.linetypeName(e.linetype));
+  if (!e.linetype().isNull()) {
+    text(6, context_.linetypeName(e.linetype()));
   } else if (const Tag* t = originalTag(6); t && equalsIgnoreCaseAscii(t->value, "BYLAYER")) {
     raw(6, t->value);
   }

@@ -66,6 +66,17 @@ struct FileImage {
   // Which loaded entities the ENTITIES section held, by id; the others were in
   // block definitions.
   std::vector<bool> inEntitiesSection;
+  // Where the xrecord of an extension dictionary's records stood, by the
+  // dictionary's id. Kept here, not with the dictionary, so that drawings
+  // that never came from a file pay nothing for it.
+  std::vector<SourceSpan> odSources;
+  void setOdSource(ObjectId dictionary, SourceSpan span) {
+    if (odSources.size() <= dictionary.value()) odSources.resize(dictionary.value() + 1);
+    odSources[dictionary.value()] = span;
+  }
+  SourceSpan odSource(ObjectId dictionary) const {
+    return dictionary.value() < odSources.size() ? odSources[dictionary.value()] : SourceSpan{};
+  }
   // Handles the writer gave to objects it had to add (the registered
   // application of the host's own XDATA), kept for the next save.
   Handle appIdHandle = 0;
