@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "dxf/EntityCodec.h"
+#include "dxf/EntityCommon.h"
 #include "dxf/GroupCodes.h"
 #include "dxf/ObjectDataXrecords.h"
 #include "dxf/ParseError.h"
@@ -18,23 +19,8 @@
 namespace host::dxf {
 namespace {
 
-Handle handleOf(const Tag& tag) {
-  const auto h = parseHandle(tag.value);
-  if (!h) throw ParseError(tag.line, "a handle is expected, not '" + std::string(tag.value) + "'");
-  return *h;
-}
-
-double realOf(const Tag& tag) {
-  const auto v = parseDouble(tag.value);
-  if (!v) throw ParseError(tag.line, "a real number is expected, not '" + std::string(tag.value) + "'");
-  return *v;
-}
-
-std::int64_t integerOf(const Tag& tag) {
-  const auto v = parseInt(tag.value);
-  if (!v) throw ParseError(tag.line, "an integer is expected, not '" + std::string(tag.value) + "'");
-  return *v;
-}
+using entity::handleOf;
+using entity::realOf;
 
 // Where the data groups of an XRECORD begin: after its subclass marker and
 // the cloning flag that may open them.
@@ -251,7 +237,7 @@ std::size_t Reader::readHeader() {
     if (variable == "$HANDSEED") headerSeed_ = handleOf(*value);
     if (variable == "$CLAYER") currentLayerRaw_ = std::string(value->value);
     if (variable == "$LUPREC") {
-      const std::int64_t v = integerOf(*value);
+      const std::int64_t v = entity::int32Of(*value);
       if (v >= 0 && v <= 8) db_->modifyHeader().luprec = static_cast<short>(v);
     }
     if (variable == "$TEXTSIZE") {
@@ -340,25 +326,25 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
       }
       if (inXdata) {
         // The host's own XDATA says that the layer is hidden.
-        if (ours && t.code == 1070 && integerOf(t) != 0) layer->hidden = true;
+        if (ours && t.code == 1070 && entity::int32Of(t) != 0) layer->hidden = true;
         continue;
       }
       switch (t.code) {
         case 70: {
-          const std::int64_t flags = integerOf(t);
+          const std::int64_t flags = entity::int32Of(t);
           layer->frozen = (flags & 1) != 0;
           layer->locked = (flags & 4) != 0;
           break;
         }
         case 62: {
-          const std::int64_t color = integerOf(t);
+          const std::int64_t color = entity::int32Of(t);
           layer->off = color < 0;
           layer->color = static_cast<short>(color < 0 ? -color : color);
           break;
         }
         case 6: layer->linetype = linetype(codec().decode(t.value)); break;
-        case 370: layer->lineweight = static_cast<std::int16_t>(integerOf(t)); break;
-        case 420: layer->trueColor = static_cast<std::int32_t>(integerOf(t)); break;
+        case 370: layer->lineweight = static_cast<std::int16_t>(entity::int32Of(t)); break;
+        case 420: layer->trueColor = entity::int32Of(t); break;
         default: break;
       }
     }
@@ -416,7 +402,7 @@ std::size_t Reader::readBlocks() {
       if (t.code == 10) base.x = realOf(t);
       if (t.code == 20) base.y = realOf(t);
       if (t.code == 30) base.z = realOf(t);
-      if (t.code == 70) flags = static_cast<std::int16_t>(integerOf(t));
+      if (t.code == 70) flags = static_cast<std::int16_t>(entity::int32Of(t));
     }
     ObjectId blockId;
     if (auto it = blockHandles_.find(owner); it != blockHandles_.end()) blockId = it->second;

@@ -1,8 +1,8 @@
 // Values are coded by type: 90 integer, 40 real, 1 character, 10/20/30 point.
 #include "dxf/ObjectDataXrecords.h"
 
-#include <limits>
 
+#include "dxf/EntityCommon.h"
 #include "dxf/GroupCodes.h"
 #include "dxf/ParseError.h"
 #include "platform/Text.h"
@@ -37,35 +37,19 @@ void writeValue(const OdValue& value, TagWriter& out, const TextCodec& codec) {
   }
 }
 
-double realOf(const Tag& tag) {
-  const auto v = parseDouble(tag.value);
-  if (!v)
-    throw ParseError(tag.line, "a real number is expected, not '" + std::string(tag.value) + "'");
-  return *v;
-}
-
-std::int64_t integerOf(const Tag& tag) {
-  const auto v = parseInt(tag.value);
-  if (!v)
-    throw ParseError(tag.line, "an integer is expected, not '" + std::string(tag.value) + "'");
-  return *v;
-}
+using entity::int16Of;
+using entity::int32Of;
+using entity::realOf;
 
 // Reads the value at tags[i] if it is one, moving i past it.
 bool readValue(const std::vector<Tag>& tags, std::size_t& i, const TextCodec& codec,
                OdValue& value) {
   const Tag& tag = tags[i];
   switch (tag.code) {
-    case 90: {
-      const std::int64_t v = integerOf(tag);
-      if (v < std::numeric_limits<std::int32_t>::min() ||
-          v > std::numeric_limits<std::int32_t>::max()) {
-        throw ParseError(tag.line, "an integer value is out of range");
-      }
-      value = OdValue(static_cast<std::int32_t>(v));
+    case 90:
+      value = OdValue(int32Of(tag));
       ++i;
       return true;
-    }
     case 40:
       value = OdValue(realOf(tag));
       ++i;
@@ -88,7 +72,7 @@ bool readValue(const std::vector<Tag>& tags, std::size_t& i, const TextCodec& co
 }
 
 OdType typeOf(const Tag& tag) {
-  const std::int64_t code = integerOf(tag);
+  const std::int16_t code = int16Of(tag);
   if (code < 1 || code > 4) throw ParseError(tag.line, "a column type must be 1 to 4");
   return static_cast<OdType>(code);
 }
