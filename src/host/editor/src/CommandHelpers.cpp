@@ -23,6 +23,16 @@ std::wstring entitySummary(const Database& db, ObjectId id) {
          (layer != nullptr ? layer->name : std::wstring());
 }
 
+bool isOnLockedLayer(const Database& db, const Entity& entity) {
+  const Layer* layer = db.get<Layer>(entity.layer);
+  return layer != nullptr && layer->locked;
+}
+
+std::wstring lockedLayerNotice(int count) {
+  if (count <= 0) return {};
+  return std::to_wstring(count) + (count == 1 ? L" was" : L" were") + L" on a locked layer.\n";
+}
+
 std::vector<std::wstring> splitNameList(const std::wstring& text) {
   std::vector<std::wstring> names;
   std::size_t start = 0;

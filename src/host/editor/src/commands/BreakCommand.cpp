@@ -3,6 +3,7 @@
 // not its extension dictionary, so it carries no Object Data.
 #include "geometry/Break.h"
 #include "geometry/Curves.h"
+#include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
 
@@ -10,11 +11,6 @@ namespace host {
 namespace {
 
 using platform::PromptStatus;
-
-bool onLockedLayer(const Database& db, const Entity& e) {
-  const Layer* layer = db.get<Layer>(e.layer);
-  return layer != nullptr && layer->locked;
-}
 
 // Vertices of an old-style polyline, and the mark after them, are objects of
 // their own in a file; pieces get handles of their own.
@@ -36,7 +32,7 @@ void breakCommand(Session& s) {
     return;
   }
   const Entity& entity = *db.entity(picked.id);
-  if (onLockedLayer(db, entity)) {
+  if (isOnLockedLayer(db, entity)) {
     s.print(L"The object is on a locked layer.\n");
     s.failCommand();
     return;

@@ -21,26 +21,19 @@ void selectCommand(Session& s) {
   s.setPickFirst(reply.ids);
 }
 
-bool onLockedLayer(const Database& db, ObjectId id) {
-  const Layer* layer = db.get<Layer>(db.entity(id)->layer);
-  return layer != nullptr && layer->locked;
-}
-
 void eraseCommand(Session& s) {
   const auto ids = s.selectForCommand(true);
   if (!ids) return;
   Database& db = s.db();
   int locked = 0;
   for (ObjectId id : *ids) {
-    if (onLockedLayer(db, id)) {
+    if (isOnLockedLayer(db, *db.entity(id))) {
       ++locked;
     } else {
       db.eraseEntity(id);
     }
   }
-  if (locked > 0) {
-    s.print(std::to_wstring(locked) + (locked == 1 ? L" was" : L" were") + L" on a locked layer.\n");
-  }
+  s.print(lockedLayerNotice(locked));
 }
 
 void listGeometry(Session& s, const Entity& e) {

@@ -1,5 +1,6 @@
 // MOVE and COPY: entities displaced, or copied with what belongs to them.
 #include "geometry/Transform.h"
+#include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
 
@@ -20,11 +21,6 @@ Displacement askDisplacement(Session& s) {
           {to.value.x - base.value.x, to.value.y - base.value.y, to.value.z - base.value.z}};
 }
 
-bool onLockedLayer(const Database& db, ObjectId id) {
-  const Layer* layer = db.get<Layer>(db.entity(id)->layer);
-  return layer != nullptr && layer->locked;
-}
-
 // Moves an entity and, for a block reference, its attributes; false if the
 // host cannot move its kind.
 bool moveEntity(Database& db, ObjectId id, const Point3d& delta) {
@@ -39,9 +35,7 @@ bool moveEntity(Database& db, ObjectId id, const Point3d& delta) {
 }
 
 void reportSkipped(Session& s, int locked, int fixed, const wchar_t* verb) {
-  if (locked > 0) {
-    s.print(std::to_wstring(locked) + (locked == 1 ? L" was" : L" were") + L" on a locked layer.\n");
-  }
+  s.print(lockedLayerNotice(locked));
   if (fixed > 0) s.print(std::to_wstring(fixed) + L" could not be " + verb + L".\n");
 }
 
@@ -54,7 +48,7 @@ void moveCommand(Session& s) {
   int locked = 0;
   int fixed = 0;
   for (ObjectId id : *ids) {
-    if (onLockedLayer(db, id)) {
+    if (isOnLockedLayer(db, *db.entity(id))) {
       ++locked;
     } else if (!moveEntity(db, id, d.delta)) {
       ++fixed;

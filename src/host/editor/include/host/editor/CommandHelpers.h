@@ -16,6 +16,12 @@ std::wstring formatPoint(const Database& db, const Point3d& point);
 // "<handle> <kind> <layer>" of an entity.
 std::wstring entitySummary(const Database& db, ObjectId id);
 
+// Whether the entity lies on a locked layer, where editing commands leave it.
+bool isOnLockedLayer(const Database& db, const Entity& entity);
+// The line that tells how many entities a command left for their locked
+// layer; empty for none.
+std::wstring lockedLayerNotice(int count);
+
 // Splits a comma-separated list, trimming blanks and dropping empty names.
 std::vector<std::wstring> splitNameList(const std::wstring& text);
 
