@@ -9,10 +9,10 @@
 #include <memory>
 #include <string>
 
-#include "dxf/AtomicFile.h"
-#include "dxf/DrawingReader.h"
-#include "dxf/DrawingWriter.h"
-#include "dxf/ParseError.h"
+#include "host/dxf/AtomicFile.h"
+#include "host/dxf/DrawingReader.h"
+#include "host/dxf/DrawingWriter.h"
+#include "host/dxf/ParseError.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <memory>
 #include <random>
 
-#include "db/Database.h"
-#include "geometry/Extents.h"
-#include "geometry/Intersections.h"
+#include "host/db/Database.h"
+#include "host/geometry/Extents.h"
+#include "host/geometry/Intersections.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 
-#include "dxf/DrawingReader.h"
-#include "dxf/DrawingWriter.h"
-#include "dxf/ParseError.h"
+#include "host/dxf/DrawingReader.h"
+#include "host/dxf/DrawingWriter.h"
+#include "host/dxf/ParseError.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   auto text = std::make_shared<const std::string>(reinterpret_cast<const char*>(data), size);

@@ -9,11 +9,11 @@
 #include <string_view>
 #include <vector>
 
-#include "dxf/GroupCodes.h"
-#include "dxf/ParseError.h"
-#include "dxf/TagReader.h"
-#include "dxf/TagWriter.h"
-#include "dxf/TextCodec.h"
+#include "TagWriter.h"
+#include "TextCodec.h"
+#include "host/dxf/GroupCodes.h"
+#include "host/dxf/ParseError.h"
+#include "host/dxf/TagReader.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include <memory>
 #include <string>
 
-#include "db/PortObjectData.h"
-#include "dxf/DrawingReader.h"
-#include "dxf/DrawingWriter.h"
-#include "dxf/ParseError.h"
-#include "dxf/Template.h"
+#include "host/db/PortObjectData.h"
+#include "host/dxf/DrawingReader.h"
+#include "host/dxf/DrawingWriter.h"
+#include "host/dxf/ParseError.h"
+#include "host/dxf/Template.h"
 
 namespace host::dxf {
 namespace {

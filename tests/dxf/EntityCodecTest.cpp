@@ -17,11 +17,11 @@
 #include <string>
 #include <vector>
 
-#include "dxf/EntityCodec.h"
-#include "dxf/ParseError.h"
-#include "dxf/TagReader.h"
-#include "dxf/TagWriter.h"
-#include "dxf/TextCodec.h"
+#include "EntityCodec.h"
+#include "TagWriter.h"
+#include "TextCodec.h"
+#include "host/dxf/ParseError.h"
+#include "host/dxf/TagReader.h"
 
 namespace host::dxf {
 namespace {

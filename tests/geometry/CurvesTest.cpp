@@ -7,7 +7,7 @@
 #include <optional>
 #include <sstream>
 
-#include "geometry/Curves.h"
+#include "host/geometry/Curves.h"
 
 namespace {
 

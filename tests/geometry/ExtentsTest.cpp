@@ -7,16 +7,16 @@
 #include <memory>
 #include <string>
 
-#include "dxf/DrawingReader.h"
+#include "host/dxf/DrawingReader.h"
 
 #include <cmath>
 #include <memory>
 #include <sstream>
 #include <string>
 
-#include "db/Database.h"
-#include "geometry/Extents.h"
-#include "geometry/Splines.h"
+#include "Splines.h"
+#include "host/db/Database.h"
+#include "host/geometry/Extents.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <vector>
 
-#include "db/Database.h"
-#include "geometry/Intersections.h"
-#include "geometry/Splines.h"
+#include "Splines.h"
+#include "host/db/Database.h"
+#include "host/geometry/Intersections.h"
 
 namespace host::geometry {
 namespace {

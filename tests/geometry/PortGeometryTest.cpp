@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "db/Database.h"
-#include "geometry/PortGeometry.h"
+#include "host/db/Database.h"
+#include "host/geometry/PortGeometry.h"
 
 namespace host {
 namespace {

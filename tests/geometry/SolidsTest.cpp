@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "db/Database.h"
-#include "geometry/Extents.h"
-#include "geometry/Solids.h"
+#include "Solids.h"
+#include "host/db/Database.h"
+#include "host/geometry/Extents.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "geometry/Splines.h"
+#include "Splines.h"
 
 namespace host::geometry {
 namespace {

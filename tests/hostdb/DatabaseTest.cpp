@@ -1,9 +1,9 @@
 // Tables, layers and handles of the database.
 #include <gtest/gtest.h>
 
-#include "db/Database.h"
-#include "db/PortDrawing.h"
-#include "db/PortObjectData.h"
+#include "host/db/Database.h"
+#include "host/db/PortDrawing.h"
+#include "host/db/PortObjectData.h"
 
 namespace {
 

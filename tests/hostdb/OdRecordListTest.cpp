@@ -1,7 +1,7 @@
 // The packed record list keeps every value exactly through its edits.
 #include <gtest/gtest.h>
 
-#include "db/OdRecordList.h"
+#include "host/db/OdRecordList.h"
 
 namespace {
 

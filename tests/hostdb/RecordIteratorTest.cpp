@@ -1,8 +1,8 @@
 // The record iterator's semantics, which the module's walks rely on.
 #include <gtest/gtest.h>
 
-#include "db/Database.h"
-#include "db/PortObjectData.h"
+#include "host/db/Database.h"
+#include "host/db/PortObjectData.h"
 
 namespace {
 

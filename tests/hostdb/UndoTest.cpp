@@ -1,8 +1,8 @@
 // Undo and redo restore the drawing exactly, a command at a time.
 #include <gtest/gtest.h>
 
-#include "db/Database.h"
-#include "db/PortObjectData.h"
+#include "host/db/Database.h"
+#include "host/db/PortObjectData.h"
 
 namespace {
 

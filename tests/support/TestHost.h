@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "db/Database.h"
-#include "db/PortDrawing.h"
-#include "db/PortFeatureClasses.h"
-#include "geometry/PortGeometry.h"
-#include "db/PortObjectData.h"
+#include "host/db/Database.h"
+#include "host/db/PortDrawing.h"
+#include "host/db/PortFeatureClasses.h"
+#include "host/db/PortObjectData.h"
+#include "host/geometry/PortGeometry.h"
 #include "platform/Host.h"
 
 namespace testing_support {

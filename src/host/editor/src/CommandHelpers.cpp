@@ -1,7 +1,7 @@
 // Shared pieces of the host's commands.
 #include "host/editor/CommandHelpers.h"
 
-#include "db/PortDrawing.h"
+#include "host/db/PortDrawing.h"
 #include "host/editor/AnswerParsing.h"
 #include "platform/Text.h"
 

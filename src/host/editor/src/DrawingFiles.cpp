@@ -6,11 +6,11 @@
 #include <chrono>
 #include <cstdio>
 
-#include "dxf/AtomicFile.h"
-#include "dxf/DrawingReader.h"
-#include "dxf/DrawingWriter.h"
-#include "dxf/ParseError.h"
-#include "dxf/Template.h"
+#include "host/dxf/AtomicFile.h"
+#include "host/dxf/DrawingReader.h"
+#include "host/dxf/DrawingWriter.h"
+#include "host/dxf/ParseError.h"
+#include "host/dxf/Template.h"
 #include "platform/Text.h"
 
 namespace host {

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "geometry/EntityGeometry.h"
-#include "geometry/Extents.h"
+#include "host/geometry/EntityGeometry.h"
+#include "host/geometry/Extents.h"
 
 namespace host {
 namespace {

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
+#include "host/db/PortDrawing.h"
 #include "host/editor/AnswerParsing.h"
 #include "host/editor/DrawingFiles.h"
 #include "host/editor/SelectionResolver.h"
-#include "db/PortDrawing.h"
 #include "platform/Text.h"
 
 namespace host {

@@ -2,11 +2,11 @@
 // placing references to them.
 #include <cmath>
 
-#include "geometry/Ocs.h"
-#include "geometry/Transform.h"
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
+#include "host/geometry/Ocs.h"
+#include "host/geometry/Transform.h"
 
 namespace host {
 namespace {

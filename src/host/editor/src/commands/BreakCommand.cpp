@@ -1,11 +1,11 @@
 // BREAK: takes a stretch out of a curve. The source keeps its id and one part;
 // another part becomes an entity of its own, with the source's properties but
 // not its extension dictionary, so it carries no Object Data.
-#include "geometry/Break.h"
-#include "geometry/Curves.h"
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
+#include "host/geometry/Break.h"
+#include "host/geometry/Curves.h"
 
 namespace host {
 namespace {

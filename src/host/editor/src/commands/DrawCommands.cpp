@@ -4,8 +4,8 @@
 
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
-#include "geometry/SplineFit.h"
 #include "host/editor/Session.h"
+#include "host/geometry/SplineFit.h"
 
 namespace host {
 namespace {

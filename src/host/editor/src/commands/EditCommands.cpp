@@ -1,11 +1,11 @@
 // SELECT, ERASE, LIST and FAILOPEN: working with selections of entities.
 #include <cmath>
 
-#include "db/PortDrawing.h"
+#include "host/db/PortDrawing.h"
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
-#include "geometry/EntityGeometry.h"
+#include "host/geometry/EntityGeometry.h"
 #include "platform/Text.h"
 
 namespace host {

@@ -1,8 +1,8 @@
 // MOVE and COPY: entities displaced, or copied with what belongs to them.
-#include "geometry/Transform.h"
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
+#include "host/geometry/Transform.h"
 
 namespace host {
 namespace {

@@ -2,7 +2,7 @@
 // listing what entities carry.
 #include <optional>
 
-#include "db/PortObjectData.h"
+#include "host/db/PortObjectData.h"
 #include "host/editor/AnswerParsing.h"
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"

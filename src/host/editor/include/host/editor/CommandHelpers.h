@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "db/Database.h"
+#include "host/db/Database.h"
 
 namespace host {
 

@@ -7,25 +7,25 @@
 #include <string>
 #include <vector>
 
-#include "db/Database.h"
-#include "db/PortDrawing.h"
-#include "db/PortFeatureClasses.h"
-#include "db/PortObjectData.h"
-#include "dxf/FileImage.h"
-#include "geometry/PortGeometry.h"
+#include "host/db/Database.h"
+#include "host/db/PortDrawing.h"
+#include "host/db/PortFeatureClasses.h"
+#include "host/db/PortObjectData.h"
+#include "host/dxf/DrawingReader.h"
+#include "host/geometry/PortGeometry.h"
 
 namespace host {
 
 struct Document {
   // A drawing without a file: the database alone, as tests make it.
   Document() : Document(std::make_unique<Database>(), nullptr) {}
-  Document(std::unique_ptr<Database> database, std::unique_ptr<dxf::FileImage> fileImage)
+  Document(std::unique_ptr<Database> database, dxf::FileImagePtr fileImage)
       : owned(std::move(database)), db(*owned), image(std::move(fileImage)) {}
 
   std::unique_ptr<Database> owned;
   Database& db;
   // What the drawing's file held; a new drawing's is the template's.
-  std::unique_ptr<dxf::FileImage> image;
+  dxf::FileImagePtr image;
   DbProject project{db};
   DbDrawing drawing{db};
   DbFeatureClasses featureClasses{db};

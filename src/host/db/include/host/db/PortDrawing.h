@@ -1,0 +1,34 @@
+// Our database behind the port's drawing interface.
+#pragma once
+
+#include "host/db/Database.h"
+#include "platform/Drawing.h"
+
+namespace host {
+
+class DbDrawing : public platform::Drawing {
+ public:
+  explicit DbDrawing(Database& db) : db_(db) {}
+
+  ObjectId modelSpaceId() const override { return db_.modelSpace(); }
+  ObjectId paperSpaceId() const override { return db_.paperSpace(); }
+  ObjectId blockIdByName(const std::wstring& name) const override { return db_.findBlock(name); }
+  std::vector<ObjectId> blockEntityIds(ObjectId block) const override {
+    return db_.blockEntities(block);
+  }
+  bool canOpen(ObjectId entity) const override { return db_.openEntity(entity) != nullptr; }
+  std::optional<ObjectId> entityLayerId(ObjectId entity) const override;
+  std::optional<std::wstring> entityLayerName(ObjectId entity) const override;
+  std::wstring handleText(ObjectId object) const override;
+  std::vector<platform::LayerInfo> layers() const override;
+  std::optional<platform::LayerInfo> layerByName(const std::wstring& name) const override;
+
+ private:
+  Database& db_;
+};
+
+// Handles print as upper-case hexadecimal.
+std::wstring handleToText(Handle handle);
+platform::LayerInfo layerInfo(const Database& db, ObjectId layer);
+
+}  // namespace host

@@ -1,0 +1,94 @@
+// Our database behind the port's Object Data interfaces.
+#pragma once
+
+#include <memory>
+
+#include "host/db/Database.h"
+#include "platform/ObjectData.h"
+
+namespace host {
+
+// Walks an entity's records, all of them or those of one table.
+class DbRecordIterator : public platform::OdRecordIterator {
+ public:
+  // A null table id walks every table.
+  DbRecordIterator(Database& db, ObjectId table);
+
+  platform::Status init(ObjectId entity, platform::OpenMode mode, bool positionAtStart) override;
+  void start() override;
+  bool isDone() const override;
+  void next() override;
+  platform::Status getRecord(platform::OdRecord& out) const override;
+  platform::Status updateRecord(const platform::OdRecord& record) override;
+  platform::Status removeRecord() override;
+  int countRecords() const override;
+  const std::wstring& recordTableName() const override;
+
+ private:
+  const OdRecordList* list() const;
+  bool wanted(const OdRecordList& list, OdRecordList::Pos pos) const;
+  // The first wanted record at or after pos.
+  OdRecordList::Pos seek(const OdRecordList* list, OdRecordList::Pos pos) const;
+
+  Database& db_;
+  ObjectId tableId_;
+  std::uint32_t tableIndex_ = 0;
+  ObjectId entity_;
+  platform::OpenMode mode_ = platform::OpenMode::Read;
+  bool ready_ = false;
+  bool positioned_ = false;
+  OdRecordList::Pos pos_ = 0;
+  // The list as last seen, valid while the database's generation is unchanged.
+  mutable const OdRecordList* cached_ = nullptr;
+  mutable std::uint64_t cachedGeneration_ = ~std::uint64_t{0};
+};
+
+class DbOdTable : public platform::OdTable {
+ public:
+  DbOdTable(Database& db, ObjectId table) : db_(db), table_(table) {}
+
+  std::wstring name() const override;
+  platform::OdTableDef definition() const override;
+  std::unique_ptr<platform::OdRecordIterator> newIterator() override;
+  void initRecord(platform::OdRecord& record) const override;
+  platform::Status addRecord(const platform::OdRecord& record, ObjectId entity) override;
+
+ private:
+  Database& db_;
+  ObjectId table_;
+};
+
+class DbOdContainer : public platform::OdContainer {
+ public:
+  explicit DbOdContainer(Database& db) : db_(db) {}
+
+  std::vector<std::wstring> tableNames() const override;
+  std::unique_ptr<platform::OdRecordIterator> newIterator() override;
+  std::unique_ptr<platform::OdTable> getTable(const std::wstring& name) override;
+  platform::Status createTable(const std::wstring& name,
+                               const platform::OdTableDef& definition) override;
+  platform::Status removeTable(const std::wstring& name) override;
+  platform::Status updateTableDefinition(const std::wstring& name,
+                                         const platform::OdTableDef& definition) override;
+  platform::Status renameTable(const std::wstring& oldName, const std::wstring& newName) override;
+
+ private:
+  Database& db_;
+};
+
+class DbProject : public platform::Project {
+ public:
+  explicit DbProject(Database& db) : db_(db), container_(db) {}
+
+  platform::OdContainer& odContainer() override { return container_; }
+  std::vector<std::wstring> tableNames(int kindMask) const override;
+
+ private:
+  Database& db_;
+  DbOdContainer container_;
+};
+
+// Names of the database's tables in ascending code-unit order.
+std::vector<std::wstring> sortedOdTableNames(const Database& db);
+
+}  // namespace host

@@ -1,0 +1,195 @@
+// Encoding of a record: u32 table index, u32 byte length of the values, then per
+// value a type byte and its payload (i32; f64; three f64; u32 count and UTF-16
+// code units). Integers are stored in the machine's byte order.
+#include "host/db/OdRecordList.h"
+
+#include <cassert>
+#include <cstring>
+#include <string>
+
+namespace host {
+namespace {
+
+using platform::OdType;
+using platform::OdValue;
+
+constexpr std::uint32_t kHeaderSize = 8;
+
+template <typename T>
+T readAt(const std::uint8_t* p) {
+  T v;
+  std::memcpy(&v, p, sizeof v);
+  return v;
+}
+
+template <typename T>
+void put(std::vector<std::uint8_t>& out, T v) {
+  const auto* b = reinterpret_cast<const std::uint8_t*>(&v);
+  out.insert(out.end(), b, b + sizeof v);
+}
+
+void putText(std::vector<std::uint8_t>& out, const std::wstring& text) {
+  std::u16string units;
+  units.reserve(text.size());
+  for (wchar_t wc : text) {
+    auto c = static_cast<std::uint32_t>(wc);
+    if (c >= 0x10000) {
+      c -= 0x10000;
+      units.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
+      units.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+    } else {
+      units.push_back(static_cast<char16_t>(c));
+    }
+  }
+  put(out, static_cast<std::uint32_t>(units.size()));
+  const auto* b = reinterpret_cast<const std::uint8_t*>(units.data());
+  out.insert(out.end(), b, b + units.size() * sizeof(char16_t));
+}
+
+std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
+  std::wstring text;
+  text.reserve(units);
+  for (std::uint32_t i = 0; i < units; ++i) {
+    std::uint32_t c = readAt<char16_t>(p + 2 * i);
+    if (c >= 0xD800 && c < 0xDC00 && i + 1 < units) {
+      std::uint32_t low = readAt<char16_t>(p + 2 * (i + 1));
+      if (low >= 0xDC00 && low < 0xE000) {
+        c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
+        ++i;
+      }
+    }
+    text.push_back(static_cast<wchar_t>(c));
+  }
+  return text;
+}
+
+std::vector<std::uint8_t> encode(std::uint32_t table, const std::vector<OdValue>& values) {
+  std::vector<std::uint8_t> out;
+  put(out, table);
+  put(out, std::uint32_t{0});
+  for (const OdValue& v : values) {
+    out.push_back(static_cast<std::uint8_t>(v.type()));
+    switch (v.type()) {
+      case OdType::Integer: put(out, v.asInt()); break;
+      case OdType::Real: put(out, v.asReal()); break;
+      case OdType::Point: {
+        const platform::Point3d p = v.asPoint();
+        put(out, p.x);
+        put(out, p.y);
+        put(out, p.z);
+        break;
+      }
+      case OdType::Character: putText(out, v.asText()); break;
+      case OdType::Unknown: break;
+    }
+  }
+  const auto length = static_cast<std::uint32_t>(out.size() - kHeaderSize);
+  std::memcpy(out.data() + 4, &length, sizeof length);
+  return out;
+}
+
+}  // namespace
+
+OdRecordList::OdRecordList(const OdRecordList& other) : size_(other.size_) {
+  if (size_ > 0) {
+    data_.reset(new std::uint8_t[size_]);
+    std::memcpy(data_.get(), other.data_.get(), size_);
+  }
+}
+
+OdRecordList& OdRecordList::operator=(const OdRecordList& other) {
+  if (this != &other) *this = OdRecordList(other);
+  return *this;
+}
+
+int OdRecordList::count() const {
+  int n = 0;
+  for (Pos p = begin(); p < end(); p = next(p)) ++n;
+  return n;
+}
+
+OdRecordList::Pos OdRecordList::next(Pos pos) const {
+  return pos + kHeaderSize + readAt<std::uint32_t>(data_.get() + pos + 4);
+}
+
+std::uint32_t OdRecordList::tableAt(Pos pos) const {
+  return readAt<std::uint32_t>(data_.get() + pos);
+}
+
+int OdRecordList::valueCountAt(Pos pos) const {
+  std::vector<OdValue> values;
+  valuesAt(pos, values);
+  return static_cast<int>(values.size());
+}
+
+void OdRecordList::valuesAt(Pos pos, std::vector<OdValue>& out) const {
+  out.clear();
+  const std::uint8_t* p = data_.get() + pos + kHeaderSize;
+  const std::uint8_t* last = data_.get() + next(pos);
+  while (p < last) {
+    const auto type = static_cast<OdType>(*p++);
+    switch (type) {
+      case OdType::Integer:
+        out.emplace_back(readAt<std::int32_t>(p));
+        p += 4;
+        break;
+      case OdType::Real:
+        out.emplace_back(readAt<double>(p));
+        p += 8;
+        break;
+      case OdType::Point:
+        out.emplace_back(
+            platform::Point3d{readAt<double>(p), readAt<double>(p + 8), readAt<double>(p + 16)});
+        p += 24;
+        break;
+      case OdType::Character: {
+        const auto units = readAt<std::uint32_t>(p);
+        out.emplace_back(readText(p + 4, units));
+        p += 4 + 2 * units;
+        break;
+      }
+      case OdType::Unknown:
+        out.emplace_back();
+        break;
+    }
+  }
+}
+
+void OdRecordList::splice(Pos pos, std::uint32_t removed,
+                          const std::vector<std::uint8_t>& inserted) {
+  assert(pos + removed <= size_);
+  const auto newSize = static_cast<std::uint32_t>(size_ - removed + inserted.size());
+  std::unique_ptr<std::uint8_t[]> data;
+  if (newSize > 0) {
+    data.reset(new std::uint8_t[newSize]);
+    if (pos > 0) std::memcpy(data.get(), data_.get(), pos);
+    if (!inserted.empty()) std::memcpy(data.get() + pos, inserted.data(), inserted.size());
+    const std::uint32_t tail = size_ - pos - removed;
+    if (tail > 0) {
+      std::memcpy(data.get() + pos + inserted.size(), data_.get() + pos + removed, tail);
+    }
+  }
+  data_ = std::move(data);
+  size_ = newSize;
+}
+
+void OdRecordList::append(std::uint32_t table, const std::vector<OdValue>& values) {
+  splice(size_, 0, encode(table, values));
+}
+
+void OdRecordList::replace(Pos pos, std::uint32_t table, const std::vector<OdValue>& values) {
+  splice(pos, next(pos) - pos, encode(table, values));
+}
+
+void OdRecordList::remove(Pos pos) { splice(pos, next(pos) - pos, {}); }
+
+void OdRecordList::clear() {
+  data_.reset();
+  size_ = 0;
+}
+
+bool operator==(const OdRecordList& a, const OdRecordList& b) {
+  return a.size_ == b.size_ && (a.size_ == 0 || std::memcmp(a.data_.get(), b.data_.get(), a.size_) == 0);
+}
+
+}  // namespace host

@@ -1,0 +1,760 @@
+// The reader walks the sections once. Tables, blocks and entities become the
+// database's objects; the objects section is read in two passes, since a
+// dictionary's role (an entity's extension dictionary, the tables of Object
+// Data) decides how its children are read, and children may come first.
+#include "host/dxf/DrawingReader.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "EntityCodec.h"
+#include "EntityCommon.h"
+#include "FileImage.h"
+#include "ObjectDataXrecords.h"
+#include "host/dxf/GroupCodes.h"
+#include "host/dxf/ParseError.h"
+#include "host/dxf/TagReader.h"
+#include "platform/Text.h"
+
+namespace host::dxf {
+namespace {
+
+using entity::handleOf;
+using entity::realOf;
+
+// Where the data groups of an XRECORD begin: after its subclass marker and
+// the cloning flag that may open them.
+std::size_t xrecordDataStart(const std::vector<Tag>& body) {
+  std::size_t i = 0;
+  while (i < body.size() && !(body[i].code == 100 && body[i].value == "AcDbXrecord")) ++i;
+  if (i < body.size()) ++i;
+  if (i < body.size() && body[i].code == 280) ++i;
+  return i;
+}
+
+class Reader : public ReadContext {
+ public:
+  Reader(std::shared_ptr<const std::string> text, const ProgressFunction& progress)
+      : text_(std::move(text)),
+        tags_(*text_),
+        progress_(progress),
+        db_(std::make_unique<Database>(Database::Empty{})),
+        image_(new FileImage()) {
+    image_->text = text_;
+    if (text_->find("\r\n") < text_->find('\n') + 1) image_->lineEnd = LineEnd::CrLf;
+  }
+
+  LoadedDrawing run();
+
+  // --- ReadContext ---------------------------------------------------------
+  const TextCodec& codec() const override { return image_->codec; }
+  ObjectId layer(std::wstring_view name) override;
+  ObjectId linetype(std::wstring_view name) override;
+  ObjectId block(std::wstring_view name) override;
+
+ private:
+  Tag nextTag(const char* what);
+  Tag expectCode(int code, const char* what);
+  SourceSpan spanFrom(std::size_t offset) const {
+    return {offset, static_cast<std::uint32_t>(tags_.position().offset - offset)};
+  }
+  // Reads the tags up to the next group-0 tag.
+  void readBody(std::vector<Tag>& into);
+  void skipToEndOfSection();
+  void reportProgress();
+
+  // Each section's reader stops after its ENDSEC and gives that tag's offset.
+  std::size_t readHeader();
+  std::size_t readTables();
+  void readTableRecord(FileImage::Table& table, const Tag& first);
+  std::size_t readBlocks();
+  std::size_t readEntities();
+  // Reads the entity that starts with `first`, owned by a block (null: from its tags).
+  void readEntity(const Tag& first, ObjectId block);
+  std::size_t readObjects();
+  void finish();
+
+  std::shared_ptr<const std::string> text_;
+  TagReader tags_;
+  const ProgressFunction& progress_;
+  std::unique_ptr<Database> db_;
+  FileImagePtr image_;
+  Handle headerSeed_ = 0;
+  std::string currentLayerRaw_;
+  std::wstring currentLayerName_;
+  std::unordered_map<std::wstring, ObjectId> layers_;  // lower-cased names
+  std::unordered_map<std::wstring, ObjectId> linetypes_;
+  std::unordered_map<std::wstring, ObjectId> blocks_;
+  std::unordered_map<Handle, ObjectId> blockHandles_;
+  std::vector<std::pair<ObjectId, Handle>> dynamicOf_;  // anonymous block, dynamic block
+  std::vector<std::pair<ObjectId, Handle>> xdictOf_;  // entity, its dictionary's handle
+  std::vector<std::pair<ObjectId, Handle>> ownersToFind_;  // object, its owner's handle
+  std::vector<Tag> body_;
+  std::size_t nextProgress_ = 0;
+};
+
+std::wstring folded(std::wstring_view name) { return platform::lowerCase(name); }
+
+ObjectId Reader::layer(std::wstring_view name) {
+  const std::wstring key = folded(name);
+  auto it = layers_.find(key);
+  if (it != layers_.end()) return it->second;
+  // A layer the entities name but the table lacks is made, as the host would on
+  // an audit; it gets a handle when it is first written.
+  auto made = std::make_unique<Layer>();
+  made->name = std::wstring(name);
+  const ObjectId id = db_->addLoaded(std::move(made));
+  layers_.emplace(key, id);
+  return id;
+}
+
+ObjectId Reader::linetype(std::wstring_view name) {
+  auto it = linetypes_.find(folded(name));
+  return it != linetypes_.end() ? it->second : ObjectId();
+}
+
+ObjectId Reader::block(std::wstring_view name) {
+  auto it = blocks_.find(folded(name));
+  return it != blocks_.end() ? it->second : ObjectId();
+}
+
+Tag Reader::nextTag(const char* what) {
+  auto tag = tags_.next();
+  if (!tag) throw ParseError(0, std::string("the file ends inside ") + what);
+  return *tag;
+}
+
+Tag Reader::expectCode(int code, const char* what) {
+  Tag tag = nextTag(what);
+  if (tag.code != code) {
+    throw ParseError(tag.line, std::string("group ") + std::to_string(code) + " expected in " +
+                                   what + ", found group " + std::to_string(tag.code));
+  }
+  return tag;
+}
+
+void Reader::readBody(std::vector<Tag>& into) {
+  // Reads on and steps back over the group 0 that ends the body: a peek
+  // before every tag would read each tag twice.
+  for (;;) {
+    const TagReader::Position before = tags_.position();
+    auto tag = tags_.next();
+    if (!tag) throw ParseError(0, "the file ends without an end of section");
+    if (tag->code == 0) {
+      tags_.seek(before);
+      return;
+    }
+    into.push_back(*tag);
+  }
+}
+
+void Reader::reportProgress() {
+  if (!progress_) return;
+  const std::size_t at = tags_.position().offset;
+  if (at >= nextProgress_) {
+    progress_(static_cast<double>(at) / static_cast<double>(text_->size()));
+    nextProgress_ = at + text_->size() / 100 + 1;
+  }
+}
+
+void Reader::skipToEndOfSection() {
+  for (;;) {
+    const Tag tag = nextTag("a section");
+    if (tag.code == 0 && tag.value == "ENDSEC") return;
+  }
+}
+
+LoadedDrawing Reader::run() {
+  std::size_t partStart = 0;
+  std::unordered_set<std::string> sectionsSeen;
+  bool sawEof = false;
+  while (auto tag = tags_.next()) {
+    if (tag->code == 999) continue;  // comments stay in the text of the part they precede
+    if (tag->code != 0) {
+      throw ParseError(tag->line,
+                       "a section is expected, found group " + std::to_string(tag->code));
+    }
+    if (tag->value == "EOF") {
+      FileImage::Part part;
+      part.text = {partStart, static_cast<std::uint32_t>(text_->size() - partStart)};
+      image_->parts.push_back(part);
+      sawEof = true;
+      break;
+    }
+    if (tag->value != "SECTION") {
+      throw ParseError(tag->line,
+                       "a section is expected, found '" + std::string(tag->value) + "'");
+    }
+    const Tag name = expectCode(2, "a section's name");
+    // Each section's objects are written back where its one section stood.
+    if (!sectionsSeen.insert(std::string(name.value)).second) {
+      throw ParseError(name.line, "a second " + std::string(name.value) + " section");
+    }
+    FileImage::Part part;
+    part.head = spanFrom(partStart);
+    std::size_t endsec = 0;
+    if (name.value == "HEADER") {
+      part.kind = FileImage::PartKind::Header;
+      readHeader();
+    } else if (name.value == "TABLES") {
+      part.kind = FileImage::PartKind::Tables;
+      endsec = readTables();
+    } else if (name.value == "BLOCKS") {
+      part.kind = FileImage::PartKind::Blocks;
+      endsec = readBlocks();
+    } else if (name.value == "ENTITIES") {
+      part.kind = FileImage::PartKind::Entities;
+      endsec = readEntities();
+    } else if (name.value == "OBJECTS") {
+      part.kind = FileImage::PartKind::Objects;
+      endsec = readObjects();
+    } else {
+      skipToEndOfSection();
+    }
+    part.text = spanFrom(partStart);
+    if (endsec != 0) part.tail = spanFrom(endsec);
+    image_->parts.push_back(part);
+    partStart = tags_.position().offset;
+    reportProgress();
+  }
+  if (!sawEof) throw ParseError(0, "the file has no end of file marker (EOF)");
+  finish();
+  return {std::move(db_), std::move(image_)};
+}
+
+std::size_t Reader::readHeader() {
+  std::string version;
+  std::string codePage;
+  for (;;) {
+    const Tag tag = nextTag("the header");
+    if (tag.code == 0 && tag.value == "ENDSEC") break;
+    if (tag.code != 9) continue;
+    const std::string_view variable = tag.value;
+    auto value = tags_.peek();
+    if (!value || value->code == 9 || value->code == 0) continue;
+    if (variable == "$ACADVER") version = std::string(value->value);
+    if (variable == "$DWGCODEPAGE") codePage = std::string(value->value);
+    if (variable == "$HANDSEED") headerSeed_ = handleOf(*value);
+    if (variable == "$CLAYER") currentLayerRaw_ = std::string(value->value);
+    if (variable == "$LUPREC") {
+      const std::int64_t v = entity::int32Of(*value);
+      if (v >= 0 && v <= 8) db_->modifyHeader().luprec = static_cast<short>(v);
+    }
+    if (variable == "$TEXTSIZE") {
+      const double v = realOf(*value);
+      if (v > 0) db_->modifyHeader().textSize = v;
+    }
+  }
+  if (version.empty()) version = "AC1009";
+  static const char* const kSupported[] = {"AC1015", "AC1018", "AC1021", "AC1024", "AC1027",
+                                           "AC1032"};
+  bool supported = false;
+  for (const char* v : kSupported) supported = supported || version == v;
+  if (!supported) {
+    throw ParseError(0, "drawing files of version " + version +
+                            " are not supported; versions AC1015 (2000) to AC1032 (2018) are");
+  }
+  image_->acadVersion = version;
+  if (!codePage.empty()) image_->codePage = codePage;
+  image_->codec = TextCodec(image_->acadVersion, image_->codePage);
+  currentLayerName_ = image_->codec.decode(currentLayerRaw_);
+  return 0;
+}
+
+
+std::size_t Reader::readTables() {
+  for (;;) {
+    const Tag tag = nextTag("the tables");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    if (tag.code != 0 || tag.value != "TABLE") {
+      throw ParseError(tag.line, "a table is expected, found '" + std::string(tag.value) + "'");
+    }
+    FileImage::Table table;
+    body_.clear();
+    readBody(body_);
+    for (const Tag& t : body_) {
+      if (t.code == 2) table.name = std::string(t.value);
+      if (t.code == 5) table.handle = handleOf(t);
+    }
+    table.head = spanFrom(tag.offset);
+    for (;;) {
+      const Tag record = nextTag("a table");
+      if (record.code != 0) {
+        throw ParseError(record.line, "a table record is expected, found group " +
+                                          std::to_string(record.code));
+      }
+      if (record.value == "ENDTAB") {
+        body_.clear();
+        readBody(body_);
+        table.tail = spanFrom(record.offset);
+        break;
+      }
+      readTableRecord(table, record);
+    }
+    image_->tables.push_back(std::move(table));
+  }
+}
+
+void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
+  body_.clear();
+  readBody(body_);
+  const SourceSpan span = spanFrom(first.offset);
+  Handle handle = 0;
+  Handle owner = 0;
+  std::string_view name;
+  bool hasName = false;
+  for (const Tag& t : body_) {
+    if ((t.code == 5 || t.code == 105) && handle == 0) handle = handleOf(t);
+    if (t.code == 330 && owner == 0) owner = handleOf(t);
+    if (t.code == 2 && !hasName) {
+      name = t.value;
+      hasName = true;
+    }
+  }
+  const std::wstring decoded = codec().decode(name);
+  // A record counts for what its table holds; one in another table is kept as text there.
+  if (first.value == "LAYER" && table.name == "LAYER") {
+    auto layer = std::make_unique<Layer>();
+    layer->name = decoded;
+    bool inXdata = false;
+    bool ours = false;
+    for (const Tag& t : body_) {
+      if (t.code == 1001) {
+        inXdata = true;
+        ours = t.value == "ZARVEL";
+        continue;
+      }
+      if (inXdata) {
+        // The host's own XDATA says that the layer is hidden.
+        if (ours && t.code == 1070 && entity::int32Of(t) != 0) layer->hidden = true;
+        continue;
+      }
+      switch (t.code) {
+        case 70: {
+          const std::int64_t flags = entity::int32Of(t);
+          layer->frozen = (flags & 1) != 0;
+          layer->locked = (flags & 4) != 0;
+          break;
+        }
+        case 62: {
+          const std::int64_t color = entity::int32Of(t);
+          layer->off = color < 0;
+          layer->color = static_cast<short>(color < 0 ? -color : color);
+          break;
+        }
+        case 6: layer->linetype = linetype(codec().decode(t.value)); break;
+        case 370: layer->lineweight = static_cast<std::int16_t>(entity::int32Of(t)); break;
+        case 420: layer->trueColor = entity::int32Of(t); break;
+        default: break;
+      }
+    }
+    layer->handle = handle;
+    layer->source = span;
+    const ObjectId id = db_->addLoaded(std::move(layer));
+    layers_.emplace(folded(decoded), id);
+    return;
+  }
+  if (first.value == "BLOCK_RECORD" && table.name == "BLOCK_RECORD") {
+    auto record = std::make_unique<BlockRecord>();
+    record->name = decoded;
+    record->handle = handle;
+    record->source = span;
+    const ObjectId id = db_->addLoaded(std::move(record));
+    blocks_.emplace(folded(decoded), id);
+    blockHandles_.emplace(handle, id);
+    // The anonymous block of a dynamic block's reference names the dynamic block.
+    for (std::size_t i = 0; i + 1 < body_.size(); ++i) {
+      if (body_[i].code == 1001 && body_[i].value == "AcDbBlockRepBTag") {
+        for (std::size_t j = i + 1; j < body_.size() && body_[j].code != 1001; ++j) {
+          if (body_[j].code == 1005) dynamicOf_.emplace_back(id, handleOf(body_[j]));
+        }
+      }
+    }
+    return;
+  }
+  auto other = std::make_unique<TaggedObject>();
+  other->dxfName = std::string(first.value);
+  other->name = decoded;
+  other->handle = handle;
+  other->source = span;
+  const ObjectId id = db_->addLoaded(std::move(other));
+  table.records.push_back(id);
+  if (first.value == "LTYPE") linetypes_.emplace(folded(decoded), id);
+  (void)owner;
+}
+
+std::size_t Reader::readBlocks() {
+  for (;;) {
+    const Tag tag = nextTag("the blocks");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    if (tag.code != 0 || tag.value != "BLOCK") {
+      throw ParseError(tag.line, "a block is expected, found '" + std::string(tag.value) + "'");
+    }
+    body_.clear();
+    readBody(body_);
+    Handle owner = 0;
+    std::string_view name;
+    Point3d base;
+    std::int16_t flags = 0;
+    for (const Tag& t : body_) {
+      if (t.code == 330 && owner == 0) owner = handleOf(t);
+      if (t.code == 2 && name.empty()) name = t.value;
+      if (t.code == 10) base.x = realOf(t);
+      if (t.code == 20) base.y = realOf(t);
+      if (t.code == 30) base.z = realOf(t);
+      if (t.code == 70) flags = static_cast<std::int16_t>(entity::int32Of(t));
+    }
+    ObjectId blockId;
+    if (auto it = blockHandles_.find(owner); it != blockHandles_.end()) blockId = it->second;
+    if (blockId.isNull()) blockId = block(codec().decode(name));
+    if (blockId.isNull()) {
+      throw ParseError(tag.line, "the block '" + std::string(name) + "' has no block record");
+    }
+    FileImage::BlockText text;
+    text.begin = spanFrom(tag.offset);
+    BlockRecord* record = db_->loading<BlockRecord>(blockId);
+    record->basePoint = base;
+    record->flags = flags;
+    for (;;) {
+      const Tag inner = nextTag("a block");
+      if (inner.code != 0) {
+        throw ParseError(inner.line, "an entity is expected, found group " +
+                                         std::to_string(inner.code));
+      }
+      if (inner.value == "ENDBLK") {
+        body_.clear();
+        readBody(body_);
+        text.end = spanFrom(inner.offset);
+        break;
+      }
+      readEntity(inner, blockId);
+      reportProgress();
+    }
+    image_->blockTexts[blockId.value()] = text;
+    image_->blockOrder.push_back(blockId);
+  }
+}
+
+std::size_t Reader::readEntities() {
+  for (;;) {
+    const Tag tag = nextTag("the entities");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    if (tag.code != 0) {
+      throw ParseError(tag.line, "an entity is expected, found group " + std::to_string(tag.code));
+    }
+    readEntity(tag, ObjectId());
+    reportProgress();
+  }
+}
+
+void Reader::readEntity(const Tag& first, ObjectId blockId) {
+  const bool inEntitiesSection = blockId.isNull();
+  body_.clear();
+  body_.push_back(first);
+  readBody(body_);
+  if (endsWithSeqend(first.value, body_)) {
+    // Vertices and attributes are entities of their own in the file, up to a SEQEND.
+    for (;;) {
+      const Tag sub = nextTag("a polyline or a block reference");
+      body_.push_back(sub);
+      readBody(body_);
+      if (sub.value == "SEQEND") break;
+    }
+  }
+  ReadEntity read = dxf::readEntity(body_, *this);
+  Entity& entity = *read.entity;
+  entity.source = spanFrom(first.offset);
+  if (blockId.isNull()) {
+    if (auto it = blockHandles_.find(read.ownerHandle); it != blockHandles_.end()) {
+      blockId = it->second;
+    } else {
+      blockId = read.paperSpace ? db_->paperSpace() : db_->modelSpace();
+    }
+    if (blockId.isNull()) throw ParseError(first.line, "the drawing has no model space");
+  }
+  entity.owner = blockId;
+  const Handle xdict = read.xdictHandle;
+  auto* insert = entity.kind() == EntityKind::BlockReference
+                     ? static_cast<BlockReferenceEntity*>(read.entity.get())
+                     : nullptr;
+  const ObjectId id = db_->addLoaded(std::move(read.entity));
+  if (inEntitiesSection) {
+    auto& marks = image_->inEntitiesSection;
+    if (marks.size() <= id.value()) marks.resize(id.value() + 1, false);
+    marks[id.value()] = true;
+  }
+  if (xdict != 0) xdictOf_.emplace_back(id, xdict);
+  for (auto& attribute : read.attributes) {
+    attribute->owner = id;
+    const ObjectId attributeId = db_->addLoaded(std::move(attribute));
+    if (insert != nullptr) insert->attributes.push_back(attributeId);
+  }
+}
+
+// What the reader needs of an object's tags: its handle, its owner (the 330
+// outside the reactor groups) and, for a dictionary, its entries.
+struct ObjectHead {
+  Handle handle = 0;
+  Handle owner = 0;
+  // Entries of a dictionary: name as in the file, the handle, its group code.
+  struct Entry {
+    std::string_view name;
+    Handle handle;
+    int code;
+  };
+  std::vector<Entry> entries;
+};
+
+void scanObject(const std::vector<Tag>& body, bool dictionary, ObjectHead& head) {
+  head.handle = 0;
+  head.owner = 0;
+  head.entries.clear();
+  int groupDepth = 0;
+  for (std::size_t i = 0; i < body.size(); ++i) {
+    const Tag& t = body[i];
+    if (t.code == 102) {
+      groupDepth += !t.value.empty() && t.value.front() == '{' ? 1 : -1;
+      continue;
+    }
+    if (groupDepth > 0) continue;
+    if (t.code == 5 && head.handle == 0) head.handle = handleOf(t);
+    if (t.code == 330 && head.owner == 0) head.owner = handleOf(t);
+    if (dictionary && t.code == 3 && i + 1 < body.size() &&
+        (body[i + 1].code == 350 || body[i + 1].code == 360)) {
+      head.entries.push_back({t.value, handleOf(body[i + 1]), body[i + 1].code});
+      ++i;
+    }
+  }
+}
+
+template <typename Pairs>
+auto findIn(const Pairs& sorted, Handle handle) {
+  auto it = std::lower_bound(sorted.begin(), sorted.end(), handle,
+                             [](const auto& p, Handle h) { return p.first < h; });
+  return it != sorted.end() && it->first == handle ? it : sorted.end();
+}
+
+std::size_t Reader::readObjects() {
+  // The first pass learns the roles of the objects from the dictionaries: the
+  // root names the dictionary of Object Data tables, that one the tables'
+  // xrecords, and entities' extension dictionaries their records' xrecords.
+  const TagReader::Position sectionStart = tags_.position();
+  std::sort(xdictOf_.begin(), xdictOf_.end(),
+            [](const auto& a, const auto& b) { return a.second < b.second; });
+  std::vector<std::pair<Handle, ObjectId>> xdictOwners;  // dictionary handle, entity
+  xdictOwners.reserve(xdictOf_.size());
+  for (const auto& [entity, handle] : xdictOf_) xdictOwners.emplace_back(handle, entity);
+  std::vector<std::pair<Handle, Handle>> odXrecords;  // xrecord handle, its dictionary
+  std::unordered_map<Handle, std::wstring> tableXrecords;
+  Handle odTables = 0;
+  ObjectHead head;
+  bool first = true;
+  for (;;) {
+    const Tag tag = nextTag("the objects");
+    if (tag.code == 0 && tag.value == "ENDSEC") break;
+    if (tag.code != 0) {
+      throw ParseError(tag.line, "an object is expected, found group " + std::to_string(tag.code));
+    }
+    body_.clear();
+    readBody(body_);
+    const bool isRoot = first;
+    first = false;
+    if (tag.value != "DICTIONARY") continue;
+    scanObject(body_, true, head);
+    if (isRoot) {
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD_TABLES") odTables = e.handle;
+      }
+    } else if (head.handle == odTables && odTables != 0) {
+      for (const auto& e : head.entries) tableXrecords.emplace(e.handle, codec().decode(e.name));
+    } else if (findIn(xdictOwners, head.handle) != xdictOwners.end()) {
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD") odXrecords.emplace_back(e.handle, head.handle);
+      }
+    }
+  }
+  std::sort(odXrecords.begin(), odXrecords.end());
+
+  // The second pass makes the objects, in file order.
+  tags_.seek(sectionStart);
+  std::size_t endsec = 0;
+  std::vector<std::pair<ObjectId, TagReader::Position>> recordsToRead;
+  // Records met before their dictionary: where they stand, whose they are.
+  struct Early {
+    std::size_t slot;
+    ObjectId entity;
+    SourceSpan span;
+    TagReader::Position at;
+  };
+  std::vector<Early> early;
+  const TableLookup* tables = nullptr;
+  std::unique_ptr<TableLookup> tableLookup;
+  std::size_t tablesLeft = tableXrecords.size();
+  auto readRecordsAt = [&](ObjectId dictId, TagReader::Position at) {
+    const TagReader::Position back = tags_.position();
+    tags_.seek(at);
+    body_.clear();
+    body_.push_back(*tags_.next());
+    readBody(body_);
+    tags_.seek(back);
+    readRecords(*tables, body_, xrecordDataStart(body_), codec(),
+                db_->loading<ExtDictionary>(dictId)->od);
+  };
+  first = true;
+  for (;;) {
+    const TagReader::Position at = tags_.position();
+    const Tag tag = nextTag("the objects");
+    if (tag.code == 0 && tag.value == "ENDSEC") {
+      endsec = tag.offset;
+      break;
+    }
+    body_.clear();
+    readBody(body_);
+    const bool isRoot = first && tag.value == "DICTIONARY";
+    first = false;
+    const bool dictionary = tag.value == "DICTIONARY";
+    scanObject(body_, dictionary, head);
+    const SourceSpan span = spanFrom(tag.offset);
+    auto entriesOf = [&](bool skipOd) {
+      std::vector<DictEntry> entries;
+      for (const auto& e : head.entries) {
+        if (skipOd && e.name == "ZARVEL_OD") continue;
+        entries.push_back({codec().decode(e.name), e.handle, static_cast<std::int16_t>(e.code)});
+      }
+      return entries;
+    };
+    std::unique_ptr<DbObject> object;
+    ObjectId entityOfXdict;
+    if (isRoot || (dictionary && head.handle == odTables && odTables != 0)) {
+      auto dict = std::make_unique<Dictionary>();
+      dict->entries = entriesOf(false);
+      object = std::move(dict);
+    } else if (auto owner = dictionary ? findIn(xdictOwners, head.handle) : xdictOwners.end();
+               owner != xdictOwners.end()) {
+      auto dict = std::make_unique<ExtDictionary>();
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD") dict->odHandle = e.handle;
+      }
+      std::vector<DictEntry> foreign = entriesOf(true);
+      if (!foreign.empty()) dict->extras.make().entries = std::move(foreign);
+      entityOfXdict = owner->second;
+      object = std::move(dict);
+    } else if (auto table = tableXrecords.find(head.handle);
+               tag.value == "XRECORD" && table != tableXrecords.end()) {
+      auto t = std::make_unique<OdTableObject>();
+      t->name = table->second;
+      t->definition = readTableDefinition(body_, xrecordDataStart(body_), codec());
+      object = std::move(t);
+      --tablesLeft;
+    } else if (auto od = tag.value == "XRECORD" ? findIn(odXrecords, head.handle)
+                                                : odXrecords.end();
+               od != odXrecords.end()) {
+      // Held by its extension dictionary, which holds the records; the entity
+      // whose dictionary it is leads there.
+      const ObjectId entity = findIn(xdictOwners, od->second)->second;
+      const ObjectId dictId = db_->loading<Entity>(entity)->xdict;
+      if (dictId.isNull()) {
+        // Its dictionary comes later in the file; the slot names the entity until then.
+        early.push_back({image_->objects.size(), entity, span, at});
+        image_->objects.push_back({entity, true});
+        continue;
+      }
+      image_->setOdSource(dictId, span);
+      image_->objects.push_back({dictId, true});
+      if (tablesLeft == 0 && recordsToRead.empty()) {
+        // The tables are known: the records are read from the tags at hand.
+        if (!tables) {
+          tableLookup = std::make_unique<TableLookup>(*db_);
+          tables = tableLookup.get();
+        }
+        readRecords(*tables, body_, xrecordDataStart(body_), codec(),
+                    db_->loading<ExtDictionary>(dictId)->od);
+      } else {
+        recordsToRead.emplace_back(dictId, at);
+      }
+      continue;
+    } else {
+      auto other = std::make_unique<TaggedObject>();
+      other->dxfName = std::string(tag.value);
+      object = std::move(other);
+    }
+    object->handle = head.handle;
+    object->source = span;
+    const Handle ownerHandle = head.owner;
+    const ObjectId id = db_->addLoaded(std::move(object));
+    if (isRoot) image_->rootDictionary = id;
+    if (head.handle == odTables && odTables != 0) image_->odTablesDictionary = id;
+    if (!entityOfXdict.isNull()) {
+      db_->loading<Entity>(entityOfXdict)->xdict = id;
+      db_->loadingObject(id)->owner = entityOfXdict;
+    } else if (ownerHandle != 0) {
+      ownersToFind_.emplace_back(id, ownerHandle);
+    }
+    image_->objects.push_back({id, false});
+    // Records are read as soon as every table is known: usually at once.
+    if (tablesLeft == 0 && !recordsToRead.empty()) {
+      if (!tables) {
+        tableLookup = std::make_unique<TableLookup>(*db_);
+        tables = tableLookup.get();
+      }
+      for (const auto& [dictId, position] : recordsToRead) readRecordsAt(dictId, position);
+      recordsToRead.clear();
+    }
+    reportProgress();
+  }
+  const TagReader::Position afterSection = tags_.position();
+  for (const Early& e : early) {
+    const ObjectId dictId = db_->loading<Entity>(e.entity)->xdict;
+    image_->objects[e.slot].id = dictId;
+    image_->setOdSource(dictId, e.span);
+    recordsToRead.emplace_back(dictId, e.at);
+  }
+  if (!recordsToRead.empty()) {
+    tableLookup = std::make_unique<TableLookup>(*db_);
+    tables = tableLookup.get();
+    for (const auto& [dictId, position] : recordsToRead) readRecordsAt(dictId, position);
+  }
+  tags_.seek(afterSection);
+  return endsec;
+}
+
+void Reader::finish() {
+  // Layers made for names the table lacked have no handle until they are saved.
+  db_->setNextHandle(headerSeed_);
+  db_->reindexHandles();
+  for (const auto& [id, handle] : ownersToFind_) {
+    db_->loadingObject(id)->owner = db_->idOfHandle(handle);
+  }
+  for (const auto& [anonymous, handle] : dynamicOf_) {
+    const ObjectId dynamic = db_->idOfHandle(handle);
+    if (db_->get<BlockRecord>(dynamic) != nullptr) {
+      db_->loading<BlockRecord>(anonymous)->dynamicBlock = dynamic;
+    }
+  }
+  if (db_->modelSpace().isNull()) throw ParseError(0, "the drawing has no model space");
+  if (db_->layerIds().empty()) throw ParseError(0, "the drawing has no layers");
+  DatabaseHeader& header = db_->modifyHeader();
+  auto current = layers_.find(folded(currentLayerName_));
+  auto zero = layers_.find(L"0");
+  header.currentLayer = current != layers_.end() ? current->second
+                        : zero != layers_.end()  ? zero->second
+                                                 : db_->layerIds().front();
+  header.currentSpace = db_->modelSpace();
+  image_->loadedIdCount = db_->idCount();
+  db_->setSourceText(text_);
+  // Built for reading; a session builds it again only if it looks a handle up.
+  db_->reindexHandles();
+}
+
+}  // namespace
+
+LoadedDrawing readDrawing(std::shared_ptr<const std::string> text,
+                          const ProgressFunction& progress) {
+  Reader reader(std::move(text), progress);
+  return reader.run();
+}
+
+void FileImageDeleter::operator()(FileImage* image) const { delete image; }
+
+}  // namespace host::dxf

@@ -1,0 +1,158 @@
+// The group-code table and the value parsers.
+#include "host/dxf/GroupCodes.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace host::dxf {
+namespace {
+
+constexpr int kTableSize = 1072;
+
+// Undefined codes keep the default entry: String, not defined.
+struct Entry {
+  ValueType type = ValueType::String;
+  bool defined = false;
+};
+
+constexpr void fill(std::array<Entry, kTableSize>& table, int first, int last, ValueType type) {
+  for (int code = first; code <= last; ++code) {
+    table[static_cast<std::size_t>(code)] = Entry{type, true};
+  }
+}
+
+constexpr std::array<Entry, kTableSize> makeTable() {
+  std::array<Entry, kTableSize> t{};
+  fill(t, 0, 9, ValueType::String);
+  fill(t, 10, 59, ValueType::Double);
+  fill(t, 60, 79, ValueType::Int16);
+  fill(t, 90, 99, ValueType::Int32);
+  fill(t, 100, 100, ValueType::String);  // subclass marker
+  fill(t, 101, 101, ValueType::String);  // embedded object marker
+  fill(t, 102, 102, ValueType::String);  // "{NAME" / "}" group brackets
+  fill(t, 105, 105, ValueType::Handle);
+  fill(t, 110, 149, ValueType::Double);
+  fill(t, 160, 169, ValueType::Int64);
+  fill(t, 170, 179, ValueType::Int16);
+  fill(t, 210, 239, ValueType::Double);
+  fill(t, 270, 289, ValueType::Int16);
+  fill(t, 290, 299, ValueType::Bool);
+  fill(t, 300, 309, ValueType::String);
+  fill(t, 310, 319, ValueType::Binary);
+  fill(t, 320, 369, ValueType::Handle);
+  fill(t, 370, 389, ValueType::Int16);
+  fill(t, 390, 399, ValueType::Handle);
+  fill(t, 400, 409, ValueType::Int16);
+  fill(t, 410, 419, ValueType::String);
+  fill(t, 420, 429, ValueType::Int32);
+  fill(t, 430, 439, ValueType::String);
+  fill(t, 440, 449, ValueType::Int32);
+  fill(t, 450, 459, ValueType::Int32);
+  fill(t, 460, 469, ValueType::Double);
+  fill(t, 470, 479, ValueType::String);
+  fill(t, 480, 481, ValueType::Handle);
+  fill(t, 999, 999, ValueType::Comment);
+  fill(t, 1000, 1009, ValueType::String);
+  // Extended data keeps a binary chunk and a handle among its strings; both must be told
+  // apart, the chunk to stay hex text and the handle to follow when objects are renumbered.
+  fill(t, 1004, 1004, ValueType::Binary);
+  fill(t, 1005, 1005, ValueType::Handle);
+  fill(t, 1010, 1059, ValueType::Double);
+  fill(t, 1060, 1070, ValueType::Int16);
+  fill(t, 1071, 1071, ValueType::Int32);
+  return t;
+}
+
+constexpr std::array<Entry, kTableSize> kTable = makeTable();
+
+bool isBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
+std::string_view trimBlanks(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+// Drops one leading '+', which from_chars does not take; "+-1" stays rejected because the
+// sign that remains is then a second one.
+bool dropPlus(std::string_view& text) {
+  if (text.empty() || text.front() != '+') return true;
+  text.remove_prefix(1);
+  return !text.empty() && text.front() != '-';
+}
+
+bool inRange(int code, int first, int last) {
+  return code >= first && code <= last;
+}
+
+}  // namespace
+
+ValueType valueType(int code) {
+  if (code < 0 || code >= kTableSize) return ValueType::String;
+  return kTable[static_cast<std::size_t>(code)].type;
+}
+
+bool isDefinedCode(int code) {
+  return code >= 0 && code < kTableSize && kTable[static_cast<std::size_t>(code)].defined;
+}
+
+bool isSoftPointer(int code) {
+  return inRange(code, 320, 329);
+}
+bool isSoftOwner(int code) {
+  return inRange(code, 330, 339) || inRange(code, 350, 359);
+}
+bool isHardPointer(int code) {
+  return inRange(code, 340, 349) || inRange(code, 390, 399) || inRange(code, 480, 481);
+}
+bool isHardOwner(int code) {
+  return inRange(code, 360, 369);
+}
+
+std::optional<double> parseDouble(std::string_view text) {
+  text = trimBlanks(text);
+  if (!dropPlus(text) || text.empty()) return std::nullopt;
+  // from_chars would also read "inf" and "nan"; only digits, a point or a sign may start a real.
+  const char first = text.front() == '-' && text.size() > 1 ? text[1] : text.front();
+  if (!((first >= '0' && first <= '9') || first == '.')) return std::nullopt;
+  double value = 0.0;
+  const char* const end = text.data() + text.size();
+  const auto [ptr, ec] = std::from_chars(text.data(), end, value, std::chars_format::general);
+  if (ec != std::errc() || ptr != end || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+std::optional<std::int64_t> parseInt(std::string_view text) {
+  text = trimBlanks(text);
+  if (!dropPlus(text) || text.empty()) return std::nullopt;
+  std::int64_t value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [ptr, ec] = std::from_chars(text.data(), end, value);
+  if (ec != std::errc() || ptr != end) return std::nullopt;
+  return value;
+}
+
+std::optional<std::uint64_t> parseHandle(std::string_view text) {
+  text = trimBlanks(text);
+  if (text.empty() || text.size() > 16) return std::nullopt;
+  std::uint64_t value = 0;
+  for (char c : text) {
+    unsigned digit = 0;
+    if (c >= '0' && c <= '9') {
+      digit = static_cast<unsigned>(c - '0');
+    } else if (c >= 'A' && c <= 'F') {
+      digit = static_cast<unsigned>(c - 'A' + 10);
+    } else if (c >= 'a' && c <= 'f') {
+      digit = static_cast<unsigned>(c - 'a' + 10);
+    } else {
+      return std::nullopt;
+    }
+    value = (value << 4) | digit;
+  }
+  return value;
+}
+
+}  // namespace host::dxf

@@ -1,0 +1,49 @@
+// The port's entity geometry over our database and the geometry library,
+// with the curves it makes for the caller kept apart from the drawing.
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+
+#include "host/db/Database.h"
+#include "platform/Geometry3d.h"
+
+namespace host {
+
+class DbEntityGeometry : public platform::EntityGeometry {
+ public:
+  explicit DbEntityGeometry(Database& db) : db_(db) {}
+
+  platform::EntityClass entityClass(ObjectId entity) const override;
+  std::optional<platform::Extents> extents(ObjectId entity) const override;
+  std::vector<Point3d> intersectWith(ObjectId a, ObjectId b) const override;
+  std::optional<std::pair<double, double>> paramRange(ObjectId curve) const override;
+  std::optional<Point3d> pointAtParam(ObjectId curve, double param) const override;
+  std::optional<Point3d> startPoint(ObjectId curve) const override;
+  std::optional<Point3d> endPoint(ObjectId curve) const override;
+  std::optional<double> length(ObjectId curve) const override;
+  bool isClosed(ObjectId curve) const override;
+  std::optional<double> area(ObjectId curve) const override;
+  std::optional<double> volume(ObjectId solid) const override;
+  std::vector<Point3d> vertices(ObjectId entity) const override;
+  std::vector<double> bulges(ObjectId polyline) const override;
+  std::vector<Point3d> fitPoints(ObjectId spline) const override;
+  std::optional<Point3d> position(ObjectId entity) const override;
+  std::optional<std::wstring> text(ObjectId entity) const override;
+  std::vector<ObjectId> explode(ObjectId polyline) override;
+  ObjectId spline(ObjectId curve) override;
+  ObjectId toPolyline(ObjectId spline, int precision) override;
+  void release(ObjectId curve) override;
+
+ private:
+  // An entity of the drawing that opens, or a curve made for the caller.
+  const Entity* find(ObjectId id) const;
+  ObjectId keep(std::unique_ptr<Entity> curve);
+
+  Database& db_;
+  // Ids of made curves count down from the top, far from the drawing's.
+  std::unordered_map<std::uint64_t, std::unique_ptr<Entity>> made_;
+  std::uint64_t nextMade_ = ~std::uint64_t{0};
+};
+
+}  // namespace host

@@ -1,0 +1,229 @@
+// Answers of the port's geometry, by the kind of each entity.
+#include "host/geometry/PortGeometry.h"
+
+#include <cmath>
+
+#include "Solids.h"
+#include "Splines.h"
+#include "host/geometry/Curves.h"
+#include "host/geometry/Extents.h"
+#include "host/geometry/Intersections.h"
+#include "host/geometry/Ocs.h"
+
+namespace host {
+
+using platform::EntityClass;
+
+const Entity* DbEntityGeometry::find(ObjectId id) const {
+  if (auto it = made_.find(id.value()); it != made_.end()) return it->second.get();
+  return db_.openEntity(id);
+}
+
+ObjectId DbEntityGeometry::keep(std::unique_ptr<Entity> curve) {
+  if (!curve) return {};
+  const ObjectId id(nextMade_--);
+  made_[id.value()] = std::move(curve);
+  return id;
+}
+
+EntityClass DbEntityGeometry::entityClass(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return EntityClass::Other;
+  switch (e->kind()) {
+    case EntityKind::Point: return EntityClass::Point;
+    case EntityKind::Line: return EntityClass::Line;
+    case EntityKind::Arc: return EntityClass::Arc;
+    case EntityKind::Circle: return EntityClass::Circle;
+    case EntityKind::Ellipse: return EntityClass::Ellipse;
+    case EntityKind::LwPolyline: return EntityClass::Polyline;
+    case EntityKind::Polyline2d: return EntityClass::Polyline2d;
+    case EntityKind::Polyline3d: return EntityClass::Polyline3d;
+    case EntityKind::Spline: return EntityClass::Spline;
+    case EntityKind::Mline: return EntityClass::Mline;
+    case EntityKind::Text: return EntityClass::Text;
+    case EntityKind::MText: return EntityClass::MText;
+    case EntityKind::BlockReference: return EntityClass::BlockReference;
+    case EntityKind::Attribute: return EntityClass::Attribute;
+    case EntityKind::AttributeDefinition: return EntityClass::AttributeDefinition;
+    case EntityKind::Solid3d: return EntityClass::Solid3d;
+    case EntityKind::Region: return EntityClass::Region;
+    case EntityKind::Hatch: return EntityClass::Hatch;
+    case EntityKind::Unknown: break;
+  }
+  return EntityClass::Other;
+}
+
+std::optional<platform::Extents> DbEntityGeometry::extents(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return std::nullopt;
+  const platform::Extents box = geometry::extentsOf(db_, *e);
+  if (box.isEmpty()) return std::nullopt;
+  return box;
+}
+
+std::vector<Point3d> DbEntityGeometry::intersectWith(ObjectId a, ObjectId b) const {
+  const Entity* ea = find(a);
+  const Entity* eb = find(b);
+  if (ea == nullptr || eb == nullptr) return {};
+  return geometry::intersectXY(db_, *ea, *eb);
+}
+
+std::optional<std::pair<double, double>> DbEntityGeometry::paramRange(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return std::nullopt;
+  const auto range = geometry::paramRange(*e);
+  if (!range) return std::nullopt;
+  return std::make_pair(range->start, range->end);
+}
+
+std::optional<Point3d> DbEntityGeometry::pointAtParam(ObjectId id, double param) const {
+  const Entity* e = find(id);
+  return e != nullptr ? geometry::pointAtParam(*e, param) : std::nullopt;
+}
+
+std::optional<Point3d> DbEntityGeometry::startPoint(ObjectId id) const {
+  const Entity* e = find(id);
+  return e != nullptr ? geometry::startPoint(*e) : std::nullopt;
+}
+
+std::optional<Point3d> DbEntityGeometry::endPoint(ObjectId id) const {
+  const Entity* e = find(id);
+  return e != nullptr ? geometry::endPoint(*e) : std::nullopt;
+}
+
+std::optional<double> DbEntityGeometry::length(ObjectId id) const {
+  const Entity* e = find(id);
+  return e != nullptr ? geometry::curveLength(*e) : std::nullopt;
+}
+
+bool DbEntityGeometry::isClosed(ObjectId id) const {
+  const Entity* e = find(id);
+  return e != nullptr && geometry::isCurve(*e) && geometry::isClosed(*e);
+}
+
+std::optional<double> DbEntityGeometry::area(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return std::nullopt;
+  switch (e->kind()) {
+    case EntityKind::LwPolyline: return geometry::area(static_cast<const LwPolylineEntity&>(*e));
+    case EntityKind::Circle: {
+      const double r = static_cast<const CircleEntity&>(*e).radius;
+      return 3.14159265358979323846 * r * r;
+    }
+    default: {
+      // Other planar curves: the polygon of their points, closed by the chord.
+      const std::vector<Point3d> points = vertices(id);
+      if (points.size() < 3 || !geometry::isCurve(*e)) return std::nullopt;
+      double twice = 0.0;
+      for (std::size_t i = 0; i < points.size(); ++i) {
+        const Point3d& a = points[i];
+        const Point3d& b = points[(i + 1) % points.size()];
+        twice += a.x * b.y - b.x * a.y;
+      }
+      return std::fabs(twice) / 2.0;
+    }
+  }
+}
+
+std::optional<double> DbEntityGeometry::volume(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::Solid3d) return std::nullopt;
+  return geometry::solidVolume(db_.sourceText(*e));
+}
+
+std::vector<Point3d> DbEntityGeometry::vertices(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return {};
+  switch (e->kind()) {
+    case EntityKind::Line: {
+      const auto& l = static_cast<const LineEntity&>(*e);
+      return {l.start, l.end};
+    }
+    case EntityKind::LwPolyline: {
+      const auto& p = static_cast<const LwPolylineEntity&>(*e);
+      std::vector<Point3d> points;
+      for (int i = 0; i < geometry::numVerts(p); ++i) points.push_back(geometry::getPointAt(p, i));
+      return points;
+    }
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Mline:
+      return geometry::vertexPositions(*e);
+    case EntityKind::Spline:
+      return static_cast<const SplineEntity&>(*e).controlPoints;
+    default:
+      return {};
+  }
+}
+
+std::vector<double> DbEntityGeometry::bulges(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::LwPolyline) return {};
+  std::vector<double> out;
+  for (const LwVertex& v : static_cast<const LwPolylineEntity&>(*e).vertices) out.push_back(v.bulge);
+  return out;
+}
+
+std::vector<Point3d> DbEntityGeometry::fitPoints(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::Spline) return {};
+  return static_cast<const SplineEntity&>(*e).fitPoints;
+}
+
+std::optional<Point3d> DbEntityGeometry::position(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return std::nullopt;
+  auto world = [](const TextData& t) { return geometry::Ocs(t.normal).toWorld(t.position); };
+  switch (e->kind()) {
+    case EntityKind::Point: return static_cast<const PointEntity&>(*e).position;
+    case EntityKind::Text: return world(static_cast<const TextEntity&>(*e).data);
+    case EntityKind::Attribute: return world(static_cast<const AttributeEntity&>(*e).data);
+    case EntityKind::AttributeDefinition:
+      return world(static_cast<const AttributeDefinitionEntity&>(*e).data);
+    case EntityKind::MText: return static_cast<const MTextEntity&>(*e).position;
+    case EntityKind::BlockReference: {
+      const auto& b = static_cast<const BlockReferenceEntity&>(*e);
+      return geometry::Ocs(b.normal).toWorld(b.position);
+    }
+    default: return std::nullopt;
+  }
+}
+
+std::optional<std::wstring> DbEntityGeometry::text(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr) return std::nullopt;
+  switch (e->kind()) {
+    case EntityKind::Text: return static_cast<const TextEntity&>(*e).data.text;
+    case EntityKind::Attribute: return static_cast<const AttributeEntity&>(*e).data.text;
+    case EntityKind::AttributeDefinition:
+      return static_cast<const AttributeDefinitionEntity&>(*e).data.text;
+    case EntityKind::MText: return static_cast<const MTextEntity&>(*e).text;
+    default: return std::nullopt;
+  }
+}
+
+std::vector<ObjectId> DbEntityGeometry::explode(ObjectId id) {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::LwPolyline) return {};
+  std::vector<ObjectId> pieces;
+  for (auto& piece : geometry::explode(static_cast<const LwPolylineEntity&>(*e))) {
+    pieces.push_back(keep(std::move(piece)));
+  }
+  return pieces;
+}
+
+ObjectId DbEntityGeometry::spline(ObjectId id) {
+  const Entity* e = find(id);
+  if (e == nullptr) return {};
+  return keep(geometry::splineOf(*e));
+}
+
+ObjectId DbEntityGeometry::toPolyline(ObjectId id, int precision) {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::Spline) return {};
+  return keep(geometry::toPolyline(static_cast<const SplineEntity&>(*e), precision));
+}
+
+void DbEntityGeometry::release(ObjectId id) { made_.erase(id.value()); }
+
+}  // namespace host
