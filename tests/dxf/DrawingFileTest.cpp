@@ -65,12 +65,16 @@ void addObjectData(Database& db) {
   const ObjectId b = addLine(db, 1);
   addLine(db, 2);
   auto table = container.getTable(L"Roads");
-  table->addRecord(OdRecord(L"Roads", {OdValue(2147483647), OdValue(L""), OdValue(1.0 / 3),
-                                       OdValue(platform::Point3d{-1e-9, 1e20, 0})}),
-                   a);
-  container.getTable(L"TPMID_x")->addRecord(OdRecord(L"TPMID_x", {OdValue(7)}), a);
-  table->addRecord(OdRecord(L"Roads", {OdValue(-5), OdValue(L"  padded, \"quoted\"  ")}), a);
-  table->addRecord(OdRecord(L"Roads", {}), b);
+  const auto attach = [](platform::OdTable& t, OdRecord record, ObjectId to) {
+    EXPECT_EQ(t.addRecord(record, to), platform::Status::Ok);
+  };
+  attach(*table,
+         OdRecord(L"Roads", {OdValue(2147483647), OdValue(L""), OdValue(1.0 / 3),
+                             OdValue(platform::Point3d{-1e-9, 1e20, 0})}),
+         a);
+  attach(*container.getTable(L"TPMID_x"), OdRecord(L"TPMID_x", {OdValue(7)}), a);
+  attach(*table, OdRecord(L"Roads", {OdValue(-5), OdValue(L"  padded, \"quoted\"  ")}), a);
+  attach(*table, OdRecord(L"Roads", {}), b);
 }
 
 std::vector<std::pair<std::wstring, std::vector<OdValue>>> recordsOf(Database& db) {
@@ -79,9 +83,9 @@ std::vector<std::pair<std::wstring, std::vector<OdValue>>> recordsOf(Database& d
   auto it = container.newIterator();
   OdRecord r;
   for (ObjectId id : db.blockEntities(db.modelSpace())) {
-    it->init(id, platform::OpenMode::Read, true);
+    EXPECT_EQ(it->init(id, platform::OpenMode::Read, true), platform::Status::Ok);
     for (; !it->isDone(); it->next()) {
-      it->getRecord(r);
+      EXPECT_EQ(it->getRecord(r), platform::Status::Ok);
       all.emplace_back(r.tableName(), r.values());
     }
     all.emplace_back(L"--", std::vector<OdValue>());

@@ -7,11 +7,11 @@
 
 namespace {
 
-using platform::kOk;
 using platform::ObjectId;
 using platform::OdRecord;
 using platform::OdType;
 using platform::OdValue;
+using platform::Status;
 
 platform::OdTableDef columns(std::initializer_list<platform::OdColumnDef> list) {
   platform::OdTableDef def;
@@ -36,34 +36,38 @@ TEST(DatabaseTables, ProjectOrderIsAscendingCodeUnits) {
   host::Database db;
   for (const wchar_t* name : {L"b", L"B", L"a", L"_x", L"A"}) db.createOdTable(name, {});
   host::DbProject project(db);
-  EXPECT_EQ(project.tableNames(7), (std::vector<std::wstring>{L"A", L"B", L"_x", L"a", L"b"}));
+  EXPECT_EQ(project.tableNames(platform::kAllTableKinds),
+            (std::vector<std::wstring>{L"A", L"B", L"_x", L"a", L"b"}));
 }
 
 TEST(DatabaseTables, RenameFailsOnAnExistingNameAndRecordsFollowTheTable) {
   host::Database db;
   host::DbOdContainer container(db);
-  container.createTable(L"A", columns({{L"N", OdType::Integer, L"", OdValue(0)}}));
-  container.createTable(L"B", {});
+  EXPECT_EQ(container.createTable(L"A", columns({{L"N", OdType::Integer, L"", OdValue(0)}})),
+            Status::Ok);
+  EXPECT_EQ(container.createTable(L"B", {}), Status::Ok);
   const ObjectId e = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
-  container.getTable(L"A")->addRecord(OdRecord(L"A", {OdValue(5)}), e);
-  EXPECT_NE(container.renameTable(L"A", L"B"), kOk);
-  EXPECT_EQ(container.renameTable(L"A", L"C"), kOk);
+  EXPECT_EQ(container.getTable(L"A")->addRecord(OdRecord(L"A", {OdValue(5)}), e), Status::Ok);
+  EXPECT_NE(container.renameTable(L"A", L"B"), Status::Ok);
+  EXPECT_EQ(container.renameTable(L"A", L"C"), Status::Ok);
   auto it = container.newIterator();
-  it->init(e, platform::OpenMode::Read, true);
+  EXPECT_EQ(it->init(e, platform::OpenMode::Read, true), Status::Ok);
   EXPECT_EQ(it->recordTableName(), L"C");
 }
 
 TEST(DatabaseTables, RemovingATableRemovesItsRecordsOnly) {
   host::Database db;
   host::DbOdContainer container(db);
-  container.createTable(L"A", {});
-  container.createTable(L"B", {});
+  EXPECT_EQ(container.createTable(L"A", {}), Status::Ok);
+  EXPECT_EQ(container.createTable(L"B", {}), Status::Ok);
   const ObjectId e = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
-  for (const wchar_t* t : {L"A", L"B", L"A"}) container.getTable(t)->addRecord(OdRecord(), e);
-  EXPECT_EQ(container.removeTable(L"A"), kOk);
-  EXPECT_NE(container.removeTable(L"A"), kOk);
+  for (const wchar_t* t : {L"A", L"B", L"A"}) {
+    EXPECT_EQ(container.getTable(t)->addRecord(OdRecord(), e), Status::Ok);
+  }
+  EXPECT_EQ(container.removeTable(L"A"), Status::Ok);
+  EXPECT_NE(container.removeTable(L"A"), Status::Ok);
   auto it = container.newIterator();
-  it->init(e, platform::OpenMode::Read, true);
+  EXPECT_EQ(it->init(e, platform::OpenMode::Read, true), Status::Ok);
   EXPECT_EQ(it->countRecords(), 1);
   EXPECT_EQ(it->recordTableName(), L"B");
   EXPECT_EQ(container.tableNames(), (std::vector<std::wstring>{L"B"}));
@@ -72,19 +76,21 @@ TEST(DatabaseTables, RemovingATableRemovesItsRecordsOnly) {
 TEST(DatabaseTables, UpdatingADefinitionMapsValuesByColumnName) {
   host::Database db;
   host::DbOdContainer container(db);
-  container.createTable(L"T", columns({{L"ID", OdType::Integer, L"", OdValue(0)},
-                                       {L"NAME", OdType::Character, L"", OdValue(L"")}}));
+  ASSERT_EQ(container.createTable(L"T", columns({{L"ID", OdType::Integer, L"", OdValue(0)},
+                                                 {L"NAME", OdType::Character, L"", OdValue(L"")}})),
+            Status::Ok);
   const ObjectId e = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
-  container.getTable(L"T")->addRecord(OdRecord(L"T", {OdValue(4), OdValue(L"x")}), e);
+  EXPECT_EQ(container.getTable(L"T")->addRecord(OdRecord(L"T", {OdValue(4), OdValue(L"x")}), e),
+            Status::Ok);
   ASSERT_EQ(container.updateTableDefinition(
                 L"T", columns({{L"name", OdType::Character, L"", OdValue(L"")},
                                {L"AREA", OdType::Real, L"", OdValue(1.5)},
                                {L"ID", OdType::Real, L"", OdValue(0.0)}})),
-            kOk);
+            Status::Ok);
   auto it = container.newIterator();
-  it->init(e, platform::OpenMode::Read, true);
+  EXPECT_EQ(it->init(e, platform::OpenMode::Read, true), Status::Ok);
   OdRecord r;
-  it->getRecord(r);
+  EXPECT_EQ(it->getRecord(r), Status::Ok);
   EXPECT_EQ(r.values(), (std::vector<OdValue>{OdValue(L"x"), OdValue(1.5), OdValue(4.0)}));
 }
 

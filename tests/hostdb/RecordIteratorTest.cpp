@@ -6,12 +6,12 @@
 
 namespace {
 
-using platform::kOk;
 using platform::ObjectId;
 using platform::OdRecord;
 using platform::OdType;
 using platform::OdValue;
 using platform::OpenMode;
+using platform::Status;
 
 class RecordIteratorTest : public ::testing::Test {
  protected:
@@ -26,14 +26,14 @@ class RecordIteratorTest : public ::testing::Test {
   }
   void add(const std::wstring& table, int id) {
     OdRecord r(table, {OdValue(id), OdValue(L"n" + std::to_wstring(id))});
-    ASSERT_EQ(container.getTable(table)->addRecord(r, entity), kOk);
+    ASSERT_EQ(container.getTable(table)->addRecord(r, entity), Status::Ok);
   }
   std::vector<int> ids(platform::OdRecordIterator& it) {
     std::vector<int> out;
     OdRecord r;
-    it.init(entity, OpenMode::Read, true);
+    EXPECT_EQ(it.init(entity, OpenMode::Read, true), Status::Ok);
     for (; !it.isDone(); it.next()) {
-      it.getRecord(r);
+      EXPECT_EQ(it.getRecord(r), Status::Ok);
       out.push_back(r.value(0).asInt());
     }
     return out;
@@ -51,14 +51,14 @@ TEST_F(RecordIteratorTest, ContainerSeesAllAndATableOnlyItsOwnInOrder) {
   auto a = container.getTable(L"A")->newIterator();
   EXPECT_EQ(ids(*a), (std::vector<int>{1, 3, 5}));
   EXPECT_EQ(a->countRecords(), 3);
-  a->init(entity, OpenMode::Read, true);
+  EXPECT_EQ(a->init(entity, OpenMode::Read, true), Status::Ok);
   a->next();
   EXPECT_EQ(a->recordTableName(), L"A");
 }
 
 TEST_F(RecordIteratorTest, WithoutPositioningTheIteratorWaitsForStart) {
   auto it = container.newIterator();
-  ASSERT_EQ(it->init(entity, OpenMode::Read, false), kOk);
+  ASSERT_EQ(it->init(entity, OpenMode::Read, false), Status::Ok);
   EXPECT_TRUE(it->isDone());
   EXPECT_EQ(it->countRecords(), 5);
   it->start();
@@ -68,13 +68,13 @@ TEST_F(RecordIteratorTest, WithoutPositioningTheIteratorWaitsForStart) {
 
 TEST_F(RecordIteratorTest, RemoveLeavesTheIteratorOnTheFollowingRecord) {
   auto it = container.getTable(L"A")->newIterator();
-  it->init(entity, OpenMode::Write, true);
-  ASSERT_EQ(it->removeRecord(), kOk);  // A1 goes; now on A3
+  EXPECT_EQ(it->init(entity, OpenMode::Write, true), Status::Ok);
+  ASSERT_EQ(it->removeRecord(), Status::Ok);  // A1 goes; now on A3
   OdRecord r;
-  it->getRecord(r);
+  EXPECT_EQ(it->getRecord(r), Status::Ok);
   EXPECT_EQ(r.value(0).asInt(), 3);
   it->next();  // skips A3 to A5
-  it->getRecord(r);
+  EXPECT_EQ(it->getRecord(r), Status::Ok);
   EXPECT_EQ(r.value(0).asInt(), 5);
   auto all = container.newIterator();
   EXPECT_EQ(ids(*all), (std::vector<int>{2, 3, 4, 5}));
@@ -82,15 +82,16 @@ TEST_F(RecordIteratorTest, RemoveLeavesTheIteratorOnTheFollowingRecord) {
 
 TEST_F(RecordIteratorTest, UpdateWritesInPlaceAndConformsToTheColumns) {
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Write, true);
+  EXPECT_EQ(it->init(entity, OpenMode::Write, true), Status::Ok);
   it->next();
-  ASSERT_EQ(it->updateRecord(OdRecord(L"ignored", {OdValue(2.9)})), kOk);
+  ASSERT_EQ(it->updateRecord(OdRecord(L"ignored", {OdValue(2.9)})), Status::Ok);
   OdRecord r;
-  it->getRecord(r);
+  EXPECT_EQ(it->getRecord(r), Status::Ok);
   // A real in an integer column converts; the missing column takes its default.
   EXPECT_EQ(r, OdRecord(L"B", {OdValue(2), OdValue(L"none")}));
-  it->updateRecord(OdRecord(L"B", {OdValue(7), OdValue(L"x"), OdValue(L"extra")}));
-  it->getRecord(r);
+  EXPECT_EQ(it->updateRecord(OdRecord(L"B", {OdValue(7), OdValue(L"x"), OdValue(L"extra")})),
+            Status::Ok);
+  EXPECT_EQ(it->getRecord(r), Status::Ok);
   EXPECT_EQ(r.count(), 2);
   auto all = container.newIterator();
   EXPECT_EQ(ids(*all), (std::vector<int>{1, 7, 3, 4, 5}));
@@ -98,23 +99,23 @@ TEST_F(RecordIteratorTest, UpdateWritesInPlaceAndConformsToTheColumns) {
 
 TEST_F(RecordIteratorTest, ReadModeRefusesChangesAndUnopenableEntitiesFailInit) {
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Read, true);
-  EXPECT_NE(it->removeRecord(), kOk);
-  EXPECT_NE(it->updateRecord(OdRecord(L"A", {})), kOk);
+  EXPECT_EQ(it->init(entity, OpenMode::Read, true), Status::Ok);
+  EXPECT_NE(it->removeRecord(), Status::Ok);
+  EXPECT_NE(it->updateRecord(OdRecord(L"A", {})), Status::Ok);
   db.setOpenFailure(entity, true);
-  EXPECT_NE(it->init(entity, OpenMode::Read, true), kOk);
+  EXPECT_NE(it->init(entity, OpenMode::Read, true), Status::Ok);
   EXPECT_TRUE(it->isDone());
   EXPECT_EQ(it->countRecords(), 0);
   db.setOpenFailure(entity, false);
   db.eraseEntity(entity);
-  EXPECT_NE(it->init(entity, OpenMode::Read, true), kOk);
-  EXPECT_NE(container.getTable(L"A")->addRecord(OdRecord(), entity), kOk);
+  EXPECT_NE(it->init(entity, OpenMode::Read, true), Status::Ok);
+  EXPECT_NE(container.getTable(L"A")->addRecord(OdRecord(), entity), Status::Ok);
 }
 
 TEST_F(RecordIteratorTest, AnEntityWithoutRecordsIsDoneAtOnce) {
   const ObjectId bare = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
   auto it = container.newIterator();
-  EXPECT_EQ(it->init(bare, OpenMode::Write, true), kOk);
+  EXPECT_EQ(it->init(bare, OpenMode::Write, true), Status::Ok);
   EXPECT_TRUE(it->isDone());
   EXPECT_EQ(it->countRecords(), 0);
   EXPECT_EQ(it->recordTableName(), L"");

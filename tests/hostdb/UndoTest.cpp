@@ -9,6 +9,7 @@ namespace {
 using platform::ObjectId;
 using platform::OdRecord;
 using platform::OdValue;
+using platform::Status;
 
 class UndoTest : public ::testing::Test {
  protected:
@@ -20,14 +21,16 @@ class UndoTest : public ::testing::Test {
     attach(1);
     attach(2);
   }
-  void attach(int n) { container.getTable(L"A")->addRecord(OdRecord(L"A", {OdValue(n)}), e); }
+  void attach(int n) {
+    EXPECT_EQ(container.getTable(L"A")->addRecord(OdRecord(L"A", {OdValue(n)}), e), Status::Ok);
+  }
   std::vector<int> values() {
     std::vector<int> out;
     auto it = container.newIterator();
-    it->init(e, platform::OpenMode::Read, true);
+    EXPECT_EQ(it->init(e, platform::OpenMode::Read, true), Status::Ok);
     OdRecord r;
     for (; !it->isDone(); it->next()) {
-      it->getRecord(r);
+      EXPECT_EQ(it->getRecord(r), Status::Ok);
       out.push_back(r.value(0).asInt());
     }
     return out;
@@ -41,9 +44,9 @@ class UndoTest : public ::testing::Test {
 TEST_F(UndoTest, AStepRestoresRecordsAndRedoPutsTheChangeBack) {
   db.undo().begin(L"DETACH");
   auto it = container.newIterator();
-  it->init(e, platform::OpenMode::Write, true);
-  it->removeRecord();
-  it->removeRecord();
+  EXPECT_EQ(it->init(e, platform::OpenMode::Write, true), Status::Ok);
+  EXPECT_EQ(it->removeRecord(), Status::Ok);
+  EXPECT_EQ(it->removeRecord(), Status::Ok);
   db.undo().end();
   EXPECT_TRUE(values().empty());
   EXPECT_EQ(db.undoSteps(1), (std::vector<std::wstring>{L"DETACH"}));
@@ -56,7 +59,7 @@ TEST_F(UndoTest, CreatedObjectsVanishAndComeBack) {
   db.undo().begin(L"MAKE");
   const ObjectId line = db.addEntity(std::make_unique<host::LineEntity>(), db.modelSpace());
   const ObjectId fresh = db.addEntity(std::make_unique<host::PointEntity>(), db.modelSpace());
-  container.getTable(L"A")->addRecord(OdRecord(L"A", {OdValue(9)}), fresh);
+  EXPECT_EQ(container.getTable(L"A")->addRecord(OdRecord(L"A", {OdValue(9)}), fresh), Status::Ok);
   db.createOdTable(L"NEW", {});
   db.undo().end();
   db.undoSteps(1);

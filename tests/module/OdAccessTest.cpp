@@ -175,11 +175,12 @@ TEST_F(OdAccessTest, FieldPairCodes) {
                  {L"T", platform::OdType::Character, L"", platform::OdValue(L"")}};
   host.db.createOdTable(L"P", def);
   host.db.createOdTable(L"Empty", {});
-  EXPECT_EQ(zarvel::checkFieldPair(L"P", L"N", L"M"), 0);
-  EXPECT_EQ(zarvel::checkFieldPair(L"Nope", L"N", L"M"), 1);
-  EXPECT_EQ(zarvel::checkFieldPair(L"P", L"N", L"X"), 2);
-  EXPECT_EQ(zarvel::checkFieldPair(L"Empty", L"N", L"M"), 2);
-  EXPECT_EQ(zarvel::checkFieldPair(L"P", L"N", L"T"), 3);
+  using zarvel::FieldPair;
+  EXPECT_EQ(zarvel::checkFieldPair(L"P", L"N", L"M"), FieldPair::Matching);
+  EXPECT_EQ(zarvel::checkFieldPair(L"Nope", L"N", L"M"), FieldPair::NoTable);
+  EXPECT_EQ(zarvel::checkFieldPair(L"P", L"N", L"X"), FieldPair::MissingColumn);
+  EXPECT_EQ(zarvel::checkFieldPair(L"Empty", L"N", L"M"), FieldPair::MissingColumn);
+  EXPECT_EQ(zarvel::checkFieldPair(L"P", L"N", L"T"), FieldPair::TypesDiffer);
 }
 
 TEST_F(OdAccessTest, RemoveTablesCountsTheTablesThatWent) {

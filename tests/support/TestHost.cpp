@@ -33,13 +33,17 @@ void TestHost::attach(ObjectId entity, const std::wstring& table, int value) {
   platform::OdRecord record;
   t->initRecord(record);
   if (record.count() > 0) record.value(0) = value;
-  t->addRecord(record, entity);
+  // A fixture that cannot attach is a broken test, not a case to test.
+  if (t->addRecord(record, entity) != platform::Status::Ok) {
+    throw std::logic_error("the fixture could not attach a record");
+  }
 }
 
 std::vector<std::wstring> TestHost::tablesOn(ObjectId entity) {
   std::vector<std::wstring> names;
   auto it = project_.odContainer().newIterator();
-  it->init(entity, platform::OpenMode::Read, true);
+  // An entity that won't open has no tables to list.
+  if (it->init(entity, platform::OpenMode::Read, true) != platform::Status::Ok) return names;
   for (; !it->isDone(); it->next()) names.push_back(it->recordTableName());
   return names;
 }
@@ -93,17 +97,17 @@ std::optional<platform::SysVarValue> TestHost::getVar(const std::wstring& name) 
 
 platform::Status TestHost::setVar(const std::wstring& name, const platform::SysVarValue& value) {
   vars[name] = value;
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status TestHost::lockDocument(platform::LockMode) {
   maxLockDepth = std::max(maxLockDepth, ++lockDepth);
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status TestHost::unlockDocument() {
   --lockDepth;
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 int TestHost::runModal(platform::DialogModel& dialog) {
@@ -126,7 +130,7 @@ platform::Status TestHost::addCommand(const std::wstring& group, const std::wstr
                                       const std::wstring&, int flags,
                                       platform::CommandFunction handler, void*) {
   commands.push_back({group, globalName, flags, handler});
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status TestHost::removeCommand(const std::wstring& group, const std::wstring& name) {
@@ -134,14 +138,14 @@ platform::Status TestHost::removeCommand(const std::wstring& group, const std::w
     return c.group == group && c.name == name;
   });
   commands.erase(it, commands.end());
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status TestHost::removeGroup(const std::wstring& group) {
   auto it = std::remove_if(commands.begin(), commands.end(),
                            [&](const Registered& c) { return c.group == group; });
   commands.erase(it, commands.end());
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 }  // namespace testing_support

@@ -15,7 +15,7 @@ namespace CommandFlags = platform::CommandFlags;
 void myCommand() {}
 void myPickFirst() { (void)impliedSelection(); }
 void mySessionCmd() {}
-int myLispFunction() { return 5100; }  // RTNORM, and no value
+int myLispFunction() { return platform::kRtNorm; }  // and no value
 
 struct StaticCommand {
   const wchar_t* group;
@@ -69,14 +69,18 @@ int CzarvelApp::onInitApp(void* packet) {
   if (mdiAware_) host->dynamicLinker().registerAppMDIAware(packet);
   for (const StaticCommand& c : kStaticCommands) {
     void* resources = (c.flags & CommandFlags::kSession) != 0 ? nullptr : moduleInstance_;
-    host->commandStack().addCommand(c.group, c.globalName, c.localName, c.flags, c.handler,
-                                    resources);
+    // A registration's status is not read at load: a name the stack refuses is
+    // one it already has, and the module gives no message of its own there.
+    platform::ignoreStatus(host->commandStack().addCommand(c.group, c.globalName, c.localName,
+                                                           c.flags, c.handler, resources));
   }
   // Nothing else happens at load: palettes, reactors and tables wait for the
   // first command that needs them.
   for (const CommandEntry& c : commandTable()) {
-    host->commandStack().addCommand(kCommandGroup, c.globalName, c.globalName, c.flags,
-                                    c.handler, nullptr);
+    // As above: every command is registered, whatever the others' statuses.
+    platform::ignoreStatus(host->commandStack().addCommand(kCommandGroup, c.globalName,
+                                                           c.globalName, c.flags, c.handler,
+                                                           nullptr));
   }
   return kRetOk;
 }
@@ -84,9 +88,11 @@ int CzarvelApp::onInitApp(void* packet) {
 int CzarvelApp::onUnloadApp(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
   platform::Host& host = port();
-  host.commandStack().removeGroup(kCommandGroup);
+  // Unloading goes on whatever the stack answers: a group or command it no
+  // longer holds is already gone.
+  platform::ignoreStatus(host.commandStack().removeGroup(kCommandGroup));
   for (const StaticCommand& c : kStaticCommands) {
-    host.commandStack().removeCommand(c.group, c.globalName);
+    platform::ignoreStatus(host.commandStack().removeCommand(c.group, c.globalName));
   }
   setPort(nullptr);
   return kRetOk;

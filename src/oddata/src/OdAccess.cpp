@@ -11,9 +11,18 @@
 
 namespace zarvel {
 
+using platform::ignoreStatus;
 using platform::OpenMode;
+using platform::Status;
 
 OdContainer& getODContainer() { return port().project().odContainer(); }
+
+void initWalk(platform::OdRecordIterator& iterator, ObjectId entity, OpenMode mode,
+              bool positionAtStart) {
+  // An entity that won't open leaves the iterator done, so its walk finds no
+  // records, which is what every walk reports for it.
+  ignoreStatus(iterator.init(entity, mode, positionAtStart));
+}
 
 bool isUserTable(std::wstring_view name) {
   static constexpr std::wstring_view kSystemPrefixes[] = {L"TPMCNTR_", L"TPMDESC_", L"TPMID_",
@@ -27,7 +36,7 @@ bool isUserTable(std::wstring_view name) {
 std::vector<std::wstring> tableNamesOfEntity(OdContainer& container, ObjectId entity) {
   std::vector<std::wstring> names;
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Read, true);
+  initWalk(*it, entity, OpenMode::Read);
   for (it->start(); !it->isDone(); it->next()) names.push_back(it->recordTableName());
   return names;
 }
@@ -35,7 +44,7 @@ std::vector<std::wstring> tableNamesOfEntity(OdContainer& container, ObjectId en
 std::vector<std::wstring> userTableNamesOfEntity(OdContainer& container, ObjectId entity) {
   std::vector<std::wstring> names;
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Read, true);
+  initWalk(*it, entity, OpenMode::Read);
   for (; !it->isDone(); it->next()) {
     if (isUserTable(it->recordTableName())) names.push_back(it->recordTableName());
   }
@@ -44,7 +53,7 @@ std::vector<std::wstring> userTableNamesOfEntity(OdContainer& container, ObjectI
 
 int countUserRecordsOfEntity(platform::OdRecordIterator& iterator, ObjectId entity) {
   int count = 0;
-  iterator.init(entity, OpenMode::Read, false);
+  initWalk(iterator, entity, OpenMode::Read, false);
   for (iterator.start(); !iterator.isDone(); iterator.next()) {
     if (isUserTable(iterator.recordTableName())) ++count;
   }
@@ -54,11 +63,10 @@ int countUserRecordsOfEntity(platform::OdRecordIterator& iterator, ObjectId enti
 std::vector<OdRecord> recordsOfEntity(OdContainer& container, ObjectId entity) {
   std::vector<OdRecord> records;
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Read, true);
+  initWalk(*it, entity, OpenMode::Read);
   for (; !it->isDone(); it->next()) {
     OdRecord record;
-    it->getRecord(record);
-    records.push_back(std::move(record));
+    if (it->getRecord(record) == Status::Ok) records.push_back(std::move(record));
   }
   return records;
 }
@@ -67,11 +75,10 @@ std::vector<OdValue> valuesOfEntityTable(OdContainer& container, const std::wstr
                                          ObjectId entity) {
   std::vector<OdValue> values;
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Read, true);
+  initWalk(*it, entity, OpenMode::Read);
   OdRecord record;
   for (; !it->isDone(); it->next()) {
-    if (it->recordTableName() != table) continue;
-    it->getRecord(record);
+    if (it->recordTableName() != table || it->getRecord(record) != Status::Ok) continue;
     values.insert(values.end(), record.values().begin(), record.values().end());
   }
   return values;
@@ -79,7 +86,7 @@ std::vector<OdValue> valuesOfEntityTable(OdContainer& container, const std::wstr
 
 bool hasRecordOfTable(OdContainer& container, ObjectId entity, const std::wstring& table) {
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Read, true);
+  initWalk(*it, entity, OpenMode::Read);
   for (; !it->isDone(); it->next()) {
     if (it->recordTableName() == table) return true;
   }
@@ -93,12 +100,13 @@ bool hasRecordOfTableCurrent(ObjectId entity, const std::wstring& table) {
 int removeRecordsOfTable(OdContainer& container, const std::wstring& table, ObjectId entity) {
   int count = 0;
   auto it = container.newIterator();
-  it->init(entity, OpenMode::Write, true);
+  initWalk(*it, entity, OpenMode::Write);
   // The step after a removal passes over the record that moved up; the callers
-  // rely on exactly this walk.
+  // rely on exactly this walk. Each removal counts as asked for: on an iterator
+  // opened for write and standing on a record it cannot fail.
   for (; !it->isDone(); it->next()) {
     if (it->recordTableName() == table) {
-      it->removeRecord();
+      ignoreStatus(it->removeRecord());
       ++count;
     }
   }
@@ -113,7 +121,9 @@ bool attachRecord(OdContainer& container, const std::wstring& table, ObjectId en
   if (!t) return false;
   OdRecord record;
   if (withDefaults) t->initRecord(record);
-  t->addRecord(record, entity);
+  // The add's status is not read: an entity that takes no record is one the
+  // caller's scope let through, and the attach commands count what they chose.
+  ignoreStatus(t->addRecord(record, entity));
   return true;
 }
 
@@ -129,14 +139,16 @@ bool attachBlankRecord(OdContainer& container, const std::wstring& table, Object
 
 void copyRecords(ObjectId target, ObjectId source, OdContainer& container, bool skipSystem) {
   auto it = container.newIterator();
-  if (it->init(source, OpenMode::Read, true) != platform::kOk) return;
+  if (it->init(source, OpenMode::Read, true) != Status::Ok) return;
   OdRecord record;
   for (; !it->isDone(); it->next()) {
-    if (it->getRecord(record) != platform::kOk) continue;
+    if (it->getRecord(record) != Status::Ok) continue;
     std::unique_ptr<platform::OdTable> table = container.getTable(record.tableName());
     if (!table) continue;
     if (skipSystem && !isUserTable(record.tableName())) continue;
-    table->addRecord(record, target);
+    // A target that takes no record simply ends up without it; the copy of
+    // the others goes on, as the copy commands expect.
+    ignoreStatus(table->addRecord(record, target));
   }
 }
 
@@ -168,7 +180,7 @@ int removeDuplicateRecords(OdContainer& container, ObjectId entity, bool removeF
     if (!table) continue;
     auto it = table->newIterator();
     std::vector<int> positions;
-    it->init(entity, OpenMode::Read, true);
+    initWalk(*it, entity, OpenMode::Read);
     for (int pos = 0; !it->isDone(); it->next(), ++pos) {
       if (toLowerCopy(it->recordTableName()) == repeatedLower[r]) positions.push_back(pos);
     }
@@ -180,10 +192,11 @@ int removeDuplicateRecords(OdContainer& container, ObjectId entity, bool removeF
       } else {
         positions.pop_back();
       }
-      it->init(entity, OpenMode::Write, true);
+      initWalk(*it, entity, OpenMode::Write);
       for (int pos = 0; !it->isDone(); it->next(), ++pos) {
         if (pos == target) {
-          it->removeRecord();
+          // Counted by table, not by record: a failed removal changes no count.
+          ignoreStatus(it->removeRecord());
           break;
         }
       }
@@ -199,7 +212,7 @@ std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
   auto gather = [&](const std::vector<ObjectId>& ids) {
     auto it = container.newIterator();
     for (ObjectId id : ids) {
-      it->init(id, OpenMode::Read, true);
+      initWalk(*it, id, OpenMode::Read);
       for (it->start(); !it->isDone(); it->next()) names.insert(it->recordTableName());
     }
   };
@@ -209,7 +222,7 @@ std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
     std::vector<ObjectId> ids = modelSpaceEntities();
     dropUnavailableEntities(ids);
     if (ids.size() > kTableListWalkLimit) {
-      std::vector<std::wstring> all = port().project().tableNames(7);
+      std::vector<std::wstring> all = port().project().tableNames(platform::kAllTableKinds);
       std::vector<std::wstring> result;
       for (auto& name : all) {
         if (!userTablesOnly || isUserTable(name)) result.push_back(std::move(name));
@@ -233,17 +246,17 @@ int removeTables(const std::vector<std::wstring>& names) {
   OdContainer& container = getODContainer();
   int removed = 0;
   for (const auto& name : names) {
-    if (container.removeTable(name) == platform::kOk) ++removed;
+    if (container.removeTable(name) == Status::Ok) ++removed;
   }
   return removed;
 }
 
-int checkFieldPair(const std::wstring& table, const std::wstring& first,
+FieldPair checkFieldPair(const std::wstring& table, const std::wstring& first,
                    const std::wstring& second) {
   std::unique_ptr<platform::OdTable> t = getODContainer().getTable(table);
-  if (!t) return 1;
+  if (!t) return FieldPair::NoTable;
   const platform::OdTableDef def = t->definition();
-  if (def.count() == 0) return 2;
+  if (def.count() == 0) return FieldPair::MissingColumn;
   // Walks every column so that, for a name given twice, the later column wins.
   int firstIndex = -1;
   int secondIndex = -1;
@@ -251,8 +264,9 @@ int checkFieldPair(const std::wstring& table, const std::wstring& first,
     if (def.column(i).name == first) firstIndex = i;
     if (def.column(i).name == second) secondIndex = i;
   }
-  if (firstIndex < 0 || secondIndex < 0) return 2;
-  return def.column(firstIndex).type == def.column(secondIndex).type ? 0 : 3;
+  if (firstIndex < 0 || secondIndex < 0) return FieldPair::MissingColumn;
+  return def.column(firstIndex).type == def.column(secondIndex).type ? FieldPair::Matching
+                                                                     : FieldPair::TypesDiffer;
 }
 
 bool containsText(const std::vector<std::wstring>& names, const std::wstring& text) {

@@ -14,7 +14,11 @@ short getLuprec() {
   return 4;
 }
 
-void setLuprec(short value) { port().editor().setVar(L"LUPREC", platform::SysVarValue(value)); }
+void setLuprec(short value) {
+  // Both values set here are in LUPREC's range; were one refused, lengths
+  // would only print with the drawing's own precision.
+  platform::ignoreStatus(port().editor().setVar(L"LUPREC", platform::SysVarValue(value)));
+}
 
 double luprecTolerance() { return std::pow(0.1, getLuprec()); }
 

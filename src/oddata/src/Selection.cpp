@@ -72,9 +72,14 @@ SelectionResult commandScope() {
   return scope;
 }
 
-void lockDoc() { port().documents().lockDocument(platform::LockMode::Write); }
+void lockDoc() {
+  // Taken untested, as the commands have always taken it: the host refuses a
+  // write lock only to another document's command, and a body runs in the
+  // active document's own.
+  platform::ignoreStatus(port().documents().lockDocument(platform::LockMode::Write));
+}
 
-int unlockDoc() { return port().documents().unlockDocument(); }
+platform::Status unlockDoc() { return port().documents().unlockDocument(); }
 
 bool containsId(const std::vector<ObjectId>& ids, ObjectId id) {
   for (ObjectId x : ids) {

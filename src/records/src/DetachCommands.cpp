@@ -23,7 +23,7 @@ std::vector<std::wstring> tablesOfRecords(const std::vector<ObjectId>& ids) {
   std::set<std::wstring> names;
   auto it = container.newIterator();
   for (ObjectId id : ids) {
-    it->init(id, OpenMode::Read, true);
+    initWalk(*it, id, OpenMode::Read);
     for (; !it->isDone(); it->next()) names.insert(it->recordTableName());
   }
   return {names.begin(), names.end()};
@@ -36,10 +36,10 @@ int detachAllOfTable(platform::OdRecordIterator& it, ObjectId id) {
   int removed = 0;
   for (bool visited = true; visited;) {
     visited = false;
-    it.init(id, OpenMode::Write, true);
+    initWalk(it, id, OpenMode::Write);
     for (; !it.isDone(); it.next()) {
       visited = true;
-      if (it.removeRecord() == platform::kOk) ++removed;
+      if (it.removeRecord() == platform::Status::Ok) ++removed;
     }
   }
   return removed;
@@ -96,7 +96,8 @@ void commandRmAll() {
     for (const std::wstring& name : names) removeRecordsOfTable(container, name, id);
     if (!names.empty()) ++changed;
   }
-  unlockDoc();
+  // Releasing the lock taken above cannot fail, and the report follows anyway.
+  platform::ignoreStatus(unlockDoc());
   printMessage(kMsgCompletedOutOf, changed, static_cast<int>(selection.ids.size()));
 }
 

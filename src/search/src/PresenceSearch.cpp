@@ -13,7 +13,7 @@ namespace zarvel {
 namespace {
 
 bool hasRepeatedTable(platform::OdRecordIterator& it, ObjectId id, std::set<std::wstring>& seen) {
-  it.init(id, platform::OpenMode::Read, false);
+  initWalk(it, id, platform::OpenMode::Read, false);
   // Most entities carry fewer than two records; they cost one call.
   if (it.countRecords() < 2) return false;
   seen.clear();
@@ -23,16 +23,18 @@ bool hasRepeatedTable(platform::OdRecordIterator& it, ObjectId id, std::set<std:
   return false;
 }
 
-bool meetsCount(int mode, int userRecords) {
+bool meetsCount(PresenceMode mode, int userRecords) {
   switch (mode) {
-    case kSearchNoOd: return userRecords == 0;
-    case kSearchHasOd: return userRecords > 0;
-    case kSearchMultipleOd: return userRecords > 1;
-    default: return false;
+    case PresenceMode::NoOd: return userRecords == 0;
+    case PresenceMode::HasOd: return userRecords > 0;
+    case PresenceMode::MultipleOd: return userRecords > 1;
+    case PresenceMode::Nothing:
+    case PresenceMode::DuplicateOd: break;
   }
+  return false;
 }
 
-void runPresenceSearch(int mode) {
+void runPresenceSearch(PresenceMode mode) {
   ResourceScope scope;
   const std::vector<ObjectId> found = findByPresence(mode);
   setPickFirst(found);
@@ -41,19 +43,19 @@ void runPresenceSearch(int mode) {
 
 }  // namespace
 
-std::vector<ObjectId> findByPresence(int mode) {
+std::vector<ObjectId> findByPresence(PresenceMode mode) {
   SelectionResult scope = commandScope();
   std::vector<ObjectId> found;
   if (!scope.ok || scope.ids.empty()) return found;
 
   OdContainer& container = getODContainer();
   std::unique_ptr<platform::OdRecordIterator> it = container.newIterator();
-  if (mode == kSearchDuplicateOd) {
+  if (mode == PresenceMode::DuplicateOd) {
     std::set<std::wstring> seen;
     for (ObjectId id : scope.ids) {
       if (hasRepeatedTable(*it, id, seen)) found.push_back(id);
     }
-  } else if (mode != kSearchNothing) {
+  } else if (mode != PresenceMode::Nothing) {
     for (ObjectId id : scope.ids) {
       if (meetsCount(mode, countUserRecordsOfEntity(*it, id))) found.push_back(id);
     }
@@ -61,9 +63,9 @@ std::vector<ObjectId> findByPresence(int mode) {
   return found;
 }
 
-void commandHasNoOd() { runPresenceSearch(kSearchNoOd); }
-void commandHasOd() { runPresenceSearch(kSearchHasOd); }
-void commandHasMultipleOd() { runPresenceSearch(kSearchMultipleOd); }
-void commandHasDuplicateOd() { runPresenceSearch(kSearchDuplicateOd); }
+void commandHasNoOd() { runPresenceSearch(PresenceMode::NoOd); }
+void commandHasOd() { runPresenceSearch(PresenceMode::HasOd); }
+void commandHasMultipleOd() { runPresenceSearch(PresenceMode::MultipleOd); }
+void commandHasDuplicateOd() { runPresenceSearch(PresenceMode::DuplicateOd); }
 
 }  // namespace zarvel

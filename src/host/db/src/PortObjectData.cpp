@@ -8,8 +8,6 @@ namespace {
 const std::wstring kNoName;
 }
 
-using platform::kFailed;
-using platform::kOk;
 using platform::OpenMode;
 using platform::Status;
 
@@ -42,10 +40,10 @@ Status DbRecordIterator::init(ObjectId entity, OpenMode mode, bool positionAtSta
   cachedGeneration_ = ~std::uint64_t{0};
   entity_ = entity;
   mode_ = mode;
-  if (db_.openEntity(entity) == nullptr) return kFailed;
+  if (db_.openEntity(entity) == nullptr) return Status::Failed;
   ready_ = true;
   if (positionAtStart) start();
-  return kOk;
+  return Status::Ok;
 }
 
 void DbRecordIterator::start() {
@@ -67,26 +65,26 @@ void DbRecordIterator::next() {
 }
 
 Status DbRecordIterator::getRecord(platform::OdRecord& out) const {
-  if (isDone()) return kFailed;
+  if (isDone()) return Status::Failed;
   const OdRecordList* l = list();
   out.setTableName(db_.odTableAt(l->tableAt(pos_))->name);
   l->valuesAt(pos_, out.values());
-  return kOk;
+  return Status::Ok;
 }
 
 Status DbRecordIterator::updateRecord(const platform::OdRecord& record) {
-  if (mode_ != OpenMode::Write || isDone()) return kFailed;
+  if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   const std::uint32_t table = list()->tableAt(pos_);
   auto values = Database::conformValues(db_.odTableAt(table)->definition, record.values());
   db_.modifyOdRecords(entity_)->replace(pos_, table, values);
-  return kOk;
+  return Status::Ok;
 }
 
 Status DbRecordIterator::removeRecord() {
-  if (mode_ != OpenMode::Write || isDone()) return kFailed;
+  if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   db_.modifyOdRecords(entity_)->remove(pos_);
   pos_ = seek(list(), pos_);
-  return kOk;
+  return Status::Ok;
 }
 
 int DbRecordIterator::countRecords() const {
@@ -128,11 +126,11 @@ void DbOdTable::initRecord(platform::OdRecord& record) const {
 
 Status DbOdTable::addRecord(const platform::OdRecord& record, ObjectId entity) {
   const OdTableObject* t = db_.odTable(table_);
-  if (t == nullptr || t->erased || db_.openEntity(entity) == nullptr) return kFailed;
+  if (t == nullptr || t->erased || db_.openEntity(entity) == nullptr) return Status::Failed;
   const std::uint32_t index = t->index;
   auto values = Database::conformValues(t->definition, record.values());
   db_.modifyOdRecords(entity)->append(index, values);
-  return kOk;
+  return Status::Ok;
 }
 
 std::vector<std::wstring> sortedOdTableNames(const Database& db) {
@@ -156,21 +154,21 @@ std::unique_ptr<platform::OdTable> DbOdContainer::getTable(const std::wstring& n
 
 Status DbOdContainer::createTable(const std::wstring& name,
                                   const platform::OdTableDef& definition) {
-  if (name.empty()) return kFailed;
-  return db_.createOdTable(name, definition).isNull() ? kFailed : kOk;
+  if (name.empty()) return Status::Failed;
+  return db_.createOdTable(name, definition).isNull() ? Status::Failed : Status::Ok;
 }
 
 Status DbOdContainer::removeTable(const std::wstring& name) {
-  return db_.removeOdTable(db_.findOdTable(name)) ? kOk : kFailed;
+  return db_.removeOdTable(db_.findOdTable(name)) ? Status::Ok : Status::Failed;
 }
 
 Status DbOdContainer::updateTableDefinition(const std::wstring& name,
                                             const platform::OdTableDef& definition) {
-  return db_.updateOdTableDefinition(db_.findOdTable(name), definition) ? kOk : kFailed;
+  return db_.updateOdTableDefinition(db_.findOdTable(name), definition) ? Status::Ok : Status::Failed;
 }
 
 Status DbOdContainer::renameTable(const std::wstring& oldName, const std::wstring& newName) {
-  return db_.renameOdTable(db_.findOdTable(oldName), newName) ? kOk : kFailed;
+  return db_.renameOdTable(db_.findOdTable(oldName), newName) ? Status::Ok : Status::Failed;
 }
 
 std::vector<std::wstring> DbProject::tableNames(int /*kindMask*/) const {

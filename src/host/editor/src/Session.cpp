@@ -303,11 +303,11 @@ std::optional<platform::SysVarValue> Session::getVar(const std::wstring& name) c
 platform::Status Session::setVar(const std::wstring& name, const platform::SysVarValue& value) {
   if (platform::equalsIgnoreCase(name, L"LUPREC") && std::holds_alternative<short>(value)) {
     const short v = std::get<short>(value);
-    if (v < 0 || v > 8) return platform::kFailed;
+    if (v < 0 || v > 8) return platform::Status::Failed;
     db().modifyHeader().luprec = v;
-    return platform::kOk;
+    return platform::Status::Ok;
   }
-  return platform::kFailed;
+  return platform::Status::Failed;
 }
 
 // --- Documents ----------------------------------------------------------------
@@ -318,13 +318,13 @@ void Session::popResourceHandle() {
 
 platform::Status Session::lockDocument(platform::LockMode) {
   ++document_->lockCount;
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status Session::unlockDocument() {
-  if (document_->lockCount == 0) return platform::kFailed;
+  if (document_->lockCount == 0) return platform::Status::Failed;
   --document_->lockCount;
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 // --- Command stack --------------------------------------------------------------
@@ -334,17 +334,17 @@ platform::Status Session::addCommand(const std::wstring& group, const std::wstri
                                      platform::CommandFunction handler, void*) {
   const std::wstring key = normalizeCommand(globalName);
   if (key.empty() || handler == nullptr || moduleCommands_.count(key) > 0) {
-    return platform::kFailed;
+    return platform::Status::Failed;
   }
   moduleCommands_[key] = ModuleCommand{group, globalName, flags, handler};
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status Session::removeCommand(const std::wstring& group, const std::wstring& globalName) {
   auto it = moduleCommands_.find(normalizeCommand(globalName));
-  if (it == moduleCommands_.end() || it->second.group != group) return platform::kFailed;
+  if (it == moduleCommands_.end() || it->second.group != group) return platform::Status::Failed;
   moduleCommands_.erase(it);
-  return platform::kOk;
+  return platform::Status::Ok;
 }
 
 platform::Status Session::removeGroup(const std::wstring& group) {
@@ -357,7 +357,7 @@ platform::Status Session::removeGroup(const std::wstring& group) {
       ++it;
     }
   }
-  return any ? platform::kOk : platform::kFailed;
+  return any ? platform::Status::Ok : platform::Status::Failed;
 }
 
 }  // namespace host

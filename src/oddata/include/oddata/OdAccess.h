@@ -19,6 +19,11 @@ using platform::OdValue;
 // The container of the current document's project.
 OdContainer& getODContainer();
 
+// Initialises an iterator for a walk of the entity's records. A walk needs no
+// status: an entity that won't open leaves the iterator done.
+void initWalk(platform::OdRecordIterator& iterator, ObjectId entity, platform::OpenMode mode,
+              bool positionAtStart = true);
+
 // False for the tables of the topology feature, whose names begin with one of
 // "TPMCNTR_", "TPMDESC_", "TPMID_", "TPMLINK_", "TPMNODE_" or "CNTR_"
 // (case-sensitive, at the start only).
@@ -52,8 +57,14 @@ std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
                                          bool userTablesOnly);
 std::vector<std::wstring> allTableNames(bool userTablesOnly);
 int removeTables(const std::vector<std::wstring>& names);
-// 0 both columns exist with one type; 1 no table; 2 a column missing; 3 types differ.
-int checkFieldPair(const std::wstring& table, const std::wstring& first,
+// What checkFieldPair finds, with the codes the dialogs test.
+enum class FieldPair : int {
+  Matching = 0,       // both columns exist and have one type
+  NoTable = 1,        // no such table
+  MissingColumn = 2,  // a column is missing, or the table has none
+  TypesDiffer = 3,
+};
+FieldPair checkFieldPair(const std::wstring& table, const std::wstring& first,
                    const std::wstring& second);
 bool containsText(const std::vector<std::wstring>& names, const std::wstring& text);
 // Puts the target in every feature class of the source, in order; stops with

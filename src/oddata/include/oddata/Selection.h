@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/ObjectId.h"
+#include "platform/Status.h"
 
 namespace zarvel {
 
@@ -32,7 +33,7 @@ void setPickFirst(const std::vector<ObjectId>& ids);
 SelectionResult commandScope();
 
 void lockDoc();
-int unlockDoc();
+platform::Status unlockDoc();
 
 bool containsId(const std::vector<ObjectId>& ids, ObjectId id);
 void removeDuplicateIds(std::vector<ObjectId>& ids);

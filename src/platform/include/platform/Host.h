@@ -82,6 +82,10 @@ inline constexpr unsigned kInvokeSubr = 5;
 inline constexpr unsigned kLast = 15;
 }  // namespace AppMsg
 
+// What a function called from the host's scripting language returns when it
+// ran normally (RTNORM).
+inline constexpr int kRtNorm = static_cast<int>(PromptStatus::Normal);
+
 // Return status of a module's entry point.
 inline constexpr int kRetOk = 0;
 inline constexpr int kRetError = 3;

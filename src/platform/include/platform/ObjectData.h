@@ -23,6 +23,7 @@ namespace platform {
 //  - updateRecord writes in place; a record that does not match the table's
 //    columns is completed with their defaults and extra values are dropped.
 //  - update and remove fail on an iterator initialised for read.
+//  - init fails for an entity that won't open, and leaves the iterator done.
 class OdRecordIterator {
  public:
   virtual ~OdRecordIterator() = default;
@@ -69,6 +70,9 @@ class OdContainer {
   virtual Status updateTableDefinition(const std::wstring& name, const OdTableDef& definition) = 0;
   virtual Status renameTable(const std::wstring& oldName, const std::wstring& newName) = 0;
 };
+
+// The kind mask that asks a project for tables of every kind.
+inline constexpr int kAllTableKinds = 7;
 
 // The map project of the current document.
 class Project {

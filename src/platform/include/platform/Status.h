@@ -4,10 +4,16 @@
 
 namespace platform {
 
-// A platform status: 0 is success, anything else a failure.
-using Status = int;
-inline constexpr Status kOk = 0;
-inline constexpr Status kFailed = 1;
+// A platform status. Nothing may drop one unnoticed: a caller either acts on
+// it or passes it to ignoreStatus with a word on why it may.
+enum class [[nodiscard]] Status : int {
+  Ok = 0,
+  Failed = 1,
+};
+
+// Drops a status on purpose. Every call says beside it why the failure changes
+// nothing for the caller, so that a reader sees the decision, not an oversight.
+inline void ignoreStatus(Status /*status*/) {}
 
 // Result codes of an interactive prompt, with the host's numeric values.
 enum class PromptStatus : int {

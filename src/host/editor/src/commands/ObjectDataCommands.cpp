@@ -154,7 +154,7 @@ void odAttachCommand(Session& s) {
   if (!ids) return;
   int attached = 0;
   for (ObjectId id : *ids) {
-    if (table.addRecord(record, id) == platform::kOk) ++attached;
+    if (table.addRecord(record, id) == platform::Status::Ok) ++attached;
   }
   s.print(L"Attached " + std::to_wstring(attached) + L" record(s).\n");
 }
