@@ -9,11 +9,11 @@
 #include <string_view>
 #include <vector>
 
+#include "GroupCodes.h"
+#include "TagReader.h"
 #include "TagWriter.h"
 #include "TextCodec.h"
-#include "host/dxf/GroupCodes.h"
 #include "host/dxf/ParseError.h"
-#include "host/dxf/TagReader.h"
 
 namespace {
 

@@ -18,10 +18,10 @@
 #include <vector>
 
 #include "EntityCodec.h"
+#include "TagReader.h"
 #include "TagWriter.h"
 #include "TextCodec.h"
 #include "host/dxf/ParseError.h"
-#include "host/dxf/TagReader.h"
 
 namespace host::dxf {
 namespace {

@@ -17,12 +17,12 @@
 #include <string>
 #include <vector>
 
+#include "GroupCodes.h"
+#include "TagReader.h"
 #include "TagWriter.h"
 #include "TextCodec.h"
 #include "host/dxf/AtomicFile.h"
-#include "host/dxf/GroupCodes.h"
 #include "host/dxf/ParseError.h"
-#include "host/dxf/TagReader.h"
 
 namespace host::dxf {
 namespace {

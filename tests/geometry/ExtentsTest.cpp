@@ -2,20 +2,17 @@
 // that the box holds every point of the curve and touches its extremes.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
 #include <iterator>
-#include <memory>
-#include <string>
-
-#include "host/dxf/DrawingReader.h"
-
-#include <cmath>
 #include <memory>
 #include <sstream>
 #include <string>
 
+#include "KeptText.h"
 #include "Splines.h"
 #include "host/db/Database.h"
+#include "host/dxf/DrawingReader.h"
 #include "host/geometry/Extents.h"
 
 namespace {
@@ -638,7 +635,8 @@ class HatchTest : public ExtentsTest {
     source_ = "  0\nHATCH\n  5\n2F\n330\n17\n100\nAcDbEntity\n  8\n0\n100\nAcDbHatch\n" + plane +
               "  2\nSOLID\n 70\n1\n 71\n0\n" + paths +
               " 75\n0\n 76\n1\n 98\n1\n 10\n1000.0\n 20\n1000.0\n";
-    db.setSourceText(std::make_shared<std::string>(source_));
+    db.setSourceText(std::make_shared<std::string>(source_),
+                     std::make_shared<host::dxf::DxfKeptText>());
     auto h = std::make_unique<host::HatchEntity>();
     h->source = {0, static_cast<std::uint32_t>(source_.size())};
     return *db.entity(add(std::move(h), db.modelSpace()));

@@ -6,10 +6,12 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "KeptText.h"
 #include "Solids.h"
 #include "host/db/Database.h"
 #include "host/geometry/Extents.h"
@@ -266,8 +268,13 @@ Polyhedron boxWithSquareHole() {
 
 // --- Volumes ---------------------------------------------------------------------
 
+// The volume of a 3DSOLID's source text, decoded as the drawing's reader does.
+std::optional<double> volumeOf(const std::string& source) {
+  return g::solidVolume(host::dxf::DxfKeptText().acisText(source));
+}
+
 ::testing::AssertionResult volumeIs(const std::string& source, double expected) {
-  const auto v = g::solidVolume(source);
+  const auto v = volumeOf(source);
   if (!v) return ::testing::AssertionFailure() << "no volume, expected " << expected;
   if (std::fabs(*v - expected) <= 1e-9 * std::max(1.0, expected)) {
     return ::testing::AssertionSuccess();
@@ -326,24 +333,24 @@ TEST(SolidVolumeTest, BoxWrittenByAnotherProgram) {
 TEST(SolidVolumeTest, CurvedFacesOrEdgesGiveNothing) {
   SatOptions cone;
   cone.firstSurface = "cone-surface $-1 -1 $-1 0 0 0 0 0 1 1 0 0 1 I I 0 1 1 forward I I I I #";
-  EXPECT_FALSE(g::solidVolume(solidSource(satLines(box({0, 0, 0}, {1, 1, 1}), cone))));
+  EXPECT_FALSE(volumeOf(solidSource(satLines(box({0, 0, 0}, {1, 1, 1}), cone))));
   SatOptions arc;
   arc.firstCurve = "ellipse-curve $-1 -1 $-1 0 0 0 0 0 1 1 0 0 1 I I #";
-  EXPECT_FALSE(g::solidVolume(solidSource(satLines(box({0, 0, 0}, {1, 1, 1}), arc))));
+  EXPECT_FALSE(volumeOf(solidSource(satLines(box({0, 0, 0}, {1, 1, 1}), arc))));
 }
 
 TEST(SolidVolumeTest, TextThatIsNotReadableGivesNothing) {
-  EXPECT_FALSE(g::solidVolume(""));
+  EXPECT_FALSE(volumeOf(""));
   // Newer files keep the body elsewhere: the entity has no text of it.
-  EXPECT_FALSE(g::solidVolume(
+  EXPECT_FALSE(volumeOf(
       "  0\n3DSOLID\n  5\n2F\n100\nAcDbEntity\n  8\n0\n100\nAcDbModelerGeometry\n290\n1\n"
       "  2\n{6445A843-C4EE-47C4-AE36-F7E876683D60}\n100\nAcDb3dSolid\n350\n0\n"));
-  EXPECT_FALSE(g::solidVolume(solidSource({"hello", "world"})));
+  EXPECT_FALSE(volumeOf(solidSource({"hello", "world"})));
   // Cut short inside a record.
   std::vector<std::string> lines = satLines(box({0, 0, 0}, {1, 1, 1}));
   lines.resize(20);
   lines.back() = lines.back().substr(0, 10);
-  EXPECT_FALSE(g::solidVolume(solidSource(lines)));
+  EXPECT_FALSE(volumeOf(solidSource(lines)));
   // A coedge whose next pointer leads to a point.
   lines = satLines(box({0, 0, 0}, {1, 1, 1}));
   const std::string lastPoint = "$" + std::to_string(lines.size() - 5);  // header and end aside
@@ -354,7 +361,7 @@ TEST(SolidVolumeTest, TextThatIsNotReadableGivesNothing) {
       break;
     }
   }
-  EXPECT_FALSE(g::solidVolume(solidSource(lines)));
+  EXPECT_FALSE(volumeOf(solidSource(lines)));
 }
 
 // --- Extents of solids and regions -------------------------------------------------
@@ -364,7 +371,8 @@ class AcisExtentsTest : public ::testing::Test {
   template <typename T>
   Extents extentsOf(const std::string& source) {
     source_ = source;
-    db.setSourceText(std::make_shared<std::string>(source_));
+    db.setSourceText(std::make_shared<std::string>(source_),
+                     std::make_shared<host::dxf::DxfKeptText>());
     auto e = std::make_unique<T>();
     e->source = {0, static_cast<std::uint32_t>(source_.size())};
     return g::extentsOf(db, *db.entity(db.addEntity(std::move(e), db.modelSpace())));
@@ -471,7 +479,7 @@ TEST_F(AcisExtentsTest, SphereWithoutEdgesTakesItsPoles) {
       "sphere-surface $-1 -1 $-1 1 2 3 4 1 0 0 0 0 1 forward_v I I I I #",
   });
   EXPECT_TRUE(isBox(extentsOf<host::Solid3dEntity>(solidSource(lines)), {-3, -2, -1}, {5, 6, 7}));
-  EXPECT_FALSE(g::solidVolume(solidSource(lines)));
+  EXPECT_FALSE(volumeOf(solidSource(lines)));
 }
 
 // The group 1 lines as written.

@@ -129,6 +129,21 @@ std::string_view Database::sourceText(const DbObject& object) const {
   return std::string_view(*source_).substr(object.source.offset, object.source.length);
 }
 
+HatchPaths Database::hatchPaths(const Entity& hatch) const {
+  const std::string_view text = sourceText(hatch);
+  return keptText_ && !text.empty() ? keptText_->hatchPaths(text) : HatchPaths{};
+}
+
+std::string Database::acisText(const Entity& solid) const {
+  const std::string_view text = sourceText(solid);
+  return keptText_ && !text.empty() ? keptText_->acisText(text) : std::string();
+}
+
+TextPoints Database::textPoints(const Entity& entity) const {
+  const std::string_view text = sourceText(entity);
+  return keptText_ && !text.empty() ? keptText_->points(text) : TextPoints{};
+}
+
 ObjectId Database::idOfHandle(Handle handle) const {
   // Built on first use: most drawings never look a handle up, and the index
   // would cost more memory than the objects it points to.

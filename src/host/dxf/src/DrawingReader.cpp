@@ -11,10 +11,11 @@
 #include "EntityCodec.h"
 #include "EntityCommon.h"
 #include "FileImage.h"
+#include "GroupCodes.h"
+#include "KeptText.h"
 #include "ObjectDataXrecords.h"
-#include "host/dxf/GroupCodes.h"
+#include "TagReader.h"
 #include "host/dxf/ParseError.h"
-#include "host/dxf/TagReader.h"
 #include "platform/Text.h"
 
 namespace host::dxf {
@@ -742,7 +743,7 @@ void Reader::finish() {
                                                  : db_->layerIds().front();
   header.currentSpace = db_->modelSpace();
   image_->loadedIdCount = db_->idCount();
-  db_->setSourceText(text_);
+  db_->setSourceText(text_, std::make_shared<DxfKeptText>());
   // Built for reading; a session builds it again only if it looks a handle up.
   db_->reindexHandles();
 }

@@ -7,10 +7,10 @@
 
 #include "EntityCodec.h"
 #include "FileImage.h"
+#include "GroupCodes.h"
 #include "ObjectDataXrecords.h"
+#include "TagReader.h"
 #include "host/db/PortObjectData.h"
-#include "host/dxf/GroupCodes.h"
-#include "host/dxf/TagReader.h"
 
 namespace host::dxf {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "EntityKinds.h"
-#include "host/dxf/GroupCodes.h"
+#include "GroupCodes.h"
 #include "host/dxf/ParseError.h"
 
 namespace host::dxf {

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "TagReader.h"
 #include "TagWriter.h"
 #include "TextCodec.h"
 #include "host/db/Entities.h"
-#include "host/dxf/TagReader.h"
 
 namespace host::dxf {
 

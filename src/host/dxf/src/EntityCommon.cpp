@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "host/dxf/GroupCodes.h"
+#include "GroupCodes.h"
 #include "host/dxf/ParseError.h"
 
 namespace host::dxf::entity {

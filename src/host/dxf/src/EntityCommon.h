@@ -14,10 +14,10 @@
 #include <vector>
 
 #include "EntityCodec.h"
+#include "TagReader.h"
 #include "TagWriter.h"
 #include "TextCodec.h"
 #include "host/db/Entities.h"
-#include "host/dxf/TagReader.h"
 
 namespace host::dxf::entity {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "EntityKinds.h"
-#include "host/dxf/GroupCodes.h"
+#include "GroupCodes.h"
 
 namespace host::dxf::entity {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "host/dxf/GroupCodes.h"
+#include "GroupCodes.h"
 
 namespace host::dxf::entity {
 namespace {

@@ -3,7 +3,7 @@
 
 
 #include "EntityCommon.h"
-#include "host/dxf/GroupCodes.h"
+#include "GroupCodes.h"
 #include "host/dxf/ParseError.h"
 #include "platform/Text.h"
 

@@ -6,10 +6,10 @@
 #include <unordered_map>
 #include <vector>
 
+#include "TagReader.h"
 #include "TagWriter.h"
 #include "TextCodec.h"
 #include "host/db/Database.h"
-#include "host/dxf/TagReader.h"
 
 namespace host::dxf {
 

@@ -1,6 +1,6 @@
 // The tag reader's scanning: one pass over the bytes, a memchr per value line, no allocation
 // unless an error message is built.
-#include "host/dxf/TagReader.h"
+#include "TagReader.h"
 
 #include <cstring>
 #include <string>

@@ -1,40 +1,12 @@
-// Reading SAT text: the groups of the entity it is kept in, the substitution
-// older files write it in, the header and the records.
+// Reading SAT text: its header and its records.
 #include "Acis.h"
 
 #include <cctype>
 
-#include "host/dxf/GroupCodes.h"
-#include "host/dxf/ParseError.h"
-#include "host/dxf/TagReader.h"
+#include "platform/Text.h"
 
 namespace host::geometry {
 namespace {
-
-// Files write a literal caret as "^ " and control characters as a caret and a
-// letter; the substitution is undone after that.
-std::string unescapeCarets(std::string_view value) {
-  std::string out;
-  out.reserve(value.size());
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const char c = value[i];
-    if (c == '^' && i + 1 < value.size()) {
-      const char next = value[++i];
-      out.push_back(next == ' ' ? '^' : static_cast<char>(next & 0x1f));
-    } else {
-      out.push_back(c);
-    }
-  }
-  return out;
-}
-
-// Each printable character other than the space stands for 159 minus its code.
-void undoSubstitution(std::string& line) {
-  for (char& c : line) {
-    const int code = static_cast<unsigned char>(c);
-    if (code > 32 && code < 127) c = static_cast<char>(159 - code);
-  }
-}
 
 struct Token {
   std::string_view text;
@@ -62,7 +34,7 @@ class Tokenizer {
     }
     const std::string_view word = text_.substr(start, pos_ - start);
     if (word.size() > 1 && word[0] == '@') {
-      const auto length = dxf::parseInt(word.substr(1));
+      const auto length = platform::parseInt(word.substr(1));
       if (length && *length >= 0) {
         const std::size_t from = pos_ + 1;  // past the one blank after the length
         if (from + static_cast<std::size_t>(*length) > text_.size()) return std::nullopt;
@@ -80,13 +52,13 @@ class Tokenizer {
 
 std::optional<long> pointerOf(const Token& token) {
   if (token.counted || token.text.size() < 2 || token.text[0] != '$') return std::nullopt;
-  const auto value = dxf::parseInt(token.text.substr(1));
+  const auto value = platform::parseInt(token.text.substr(1));
   if (!value) return std::nullopt;
   return static_cast<long>(*value);
 }
 
 bool isInteger(const Token& token) {
-  return !token.counted && dxf::parseInt(token.text);
+  return !token.counted && platform::parseInt(token.text);
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) {
@@ -111,7 +83,7 @@ AcisRecord recordOf(std::string_view type, const std::vector<Token>& tokens, lon
     const Token& t = tokens[i];
     if (auto pointer = pointerOf(t)) {
       record.pointers.push_back(*pointer);
-    } else if (auto number = t.counted ? std::nullopt : dxf::parseDouble(t.text)) {
+    } else if (auto number = t.counted ? std::nullopt : platform::parseDouble(t.text)) {
       record.numbers.push_back(*number);
     } else {
       record.words.emplace_back(t.text);
@@ -121,34 +93,6 @@ AcisRecord recordOf(std::string_view type, const std::vector<Token>& tokens, lon
 }
 
 }  // namespace
-
-std::string acisText(std::string_view entitySource) {
-  std::vector<std::string> lines;
-  try {
-    dxf::TagReader reader(entitySource);
-    while (auto tag = reader.next()) {
-      if (tag->code == 1) {
-        lines.push_back(unescapeCarets(tag->value));
-      } else if (tag->code == 3 && !lines.empty()) {
-        lines.back() += unescapeCarets(tag->value);
-      }
-    }
-  } catch (const dxf::ParseError&) {
-    // An entity's source was read once already; what came before a flaw is kept.
-  }
-  if (lines.empty()) return {};
-  // Plain text starts with the version number; the substituted form does not.
-  const std::size_t first = lines[0].find_first_not_of(' ');
-  const bool substituted =
-      first != std::string::npos && !std::isdigit(static_cast<unsigned char>(lines[0][first]));
-  std::string text;
-  for (std::string& line : lines) {
-    if (substituted) undoSubstitution(line);
-    text += line;
-    text += '\n';
-  }
-  return text;
-}
 
 bool AcisRecord::is(std::string_view kind) const {
   const std::size_t dash = type.rfind('-');
@@ -176,14 +120,14 @@ std::optional<AcisModel> AcisModel::read(std::string_view text) {
   for (long& value : header) {
     const auto t = tokens.next();
     if (!t || !isInteger(*t)) return std::nullopt;
-    value = static_cast<long>(*dxf::parseInt(t->text));
+    value = static_cast<long>(*platform::parseInt(t->text));
   }
   model.version_ = header[0];
   if (model.version_ < 100) return std::nullopt;
   auto t = tokens.next();
   while (t && t->counted) t = tokens.next();
   for (int i = 0; i < 3; ++i) {
-    if (!t || t->counted || !dxf::parseDouble(t->text)) return std::nullopt;
+    if (!t || t->counted || !platform::parseDouble(t->text)) return std::nullopt;
     t = tokens.next();
   }
   std::vector<Token> fields;

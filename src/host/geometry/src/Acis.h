@@ -1,6 +1,7 @@
-// The ACIS text that 3D solids and regions keep in their source: its records,
-// the topology of its bodies down to the points of their vertices, and the
-// outline of the bodies that their extents are taken from.
+// The ACIS (SAT) text of 3D solids and regions: its records, the topology of
+// its bodies down to the points of their vertices, and the outline of the
+// bodies that their extents are taken from. The drawing's reader decodes the
+// text from the entity's file form (Database::acisText).
 #pragma once
 
 #include <memory>
@@ -15,12 +16,6 @@
 namespace host::geometry {
 
 using platform::Point3d;
-
-// The SAT text of an entity's source: its groups 1 as lines, each group 3
-// continuing the line before it, decoded when it is in the substituted form of
-// older files. Empty when the entity keeps no such text, as in newer files,
-// which keep the body in a binary section elsewhere.
-std::string acisText(std::string_view entitySource);
 
 // One record of the text. The fields every record starts with (its attribute,
 // and in newer versions a history number and one more pointer) are left out.
@@ -96,6 +91,6 @@ const AcisRecord* edgeCurve(const AcisModel& model, long edge);
 // What the extents of the entity's bodies are made of, in world coordinates:
 // the vertices as points, edges on ellipses as elliptic arcs, and spheres
 // without edges as their six poles. Empty when the text cannot be read.
-std::vector<std::unique_ptr<Entity>> acisOutline(std::string_view entitySource);
+std::vector<std::unique_ptr<Entity>> acisOutline(std::string_view satText);
 
 }  // namespace host::geometry

@@ -73,9 +73,8 @@ void addSpherePoles(const AcisRecord& surface, const AcisTransform& t,
 
 }  // namespace
 
-std::vector<std::unique_ptr<Entity>> acisOutline(std::string_view entitySource) {
+std::vector<std::unique_ptr<Entity>> acisOutline(std::string_view text) {
   std::vector<std::unique_ptr<Entity>> out;
-  const std::string text = acisText(entitySource);
   if (text.empty()) return out;
   const auto model = AcisModel::read(text);
   if (!model) return out;

@@ -11,9 +11,6 @@
 #include "Acis.h"
 #include "HatchBoundary.h"
 #include "Splines.h"
-#include "host/dxf/GroupCodes.h"
-#include "host/dxf/ParseError.h"
-#include "host/dxf/TagReader.h"
 #include "host/geometry/Ocs.h"
 
 namespace host::geometry {
@@ -109,7 +106,7 @@ class Collector {
   void bulgePath(const std::vector<Point3d>& ocsPoints, const std::vector<double>& bulges,
                  bool closed, const Ocs& ocs, const Affine& place);
   void spline(const SplineEntity& s, const Affine& place);
-  void sourcePoints(std::string_view text, const Affine& place);
+  void textPoints(const TextPoints& text, const Affine& place);
   void textCorners(const TextBox& box, const Affine& place) {
     for (const Point3d& p : box.corners) point(p, place);
   }
@@ -394,50 +391,23 @@ void Collector::entity(const Entity& e, const Affine& place, int depth) {
       reference(static_cast<const BlockReferenceEntity&>(e), place, depth);
       return;
     case EntityKind::Hatch:
-      pieces(hatchBoundary(db_.sourceText(e)), place, depth);
+      pieces(hatchBoundary(db_.hatchPaths(e)), place, depth);
       return;
     case EntityKind::Region:
     case EntityKind::Solid3d:
-      pieces(acisOutline(db_.sourceText(e)), place, depth);
+      pieces(acisOutline(db_.acisText(e)), place, depth);
       return;
     case EntityKind::Unknown:
       // A kind the host does not model: the points its text holds (groups
       // 10 to 18 with their Y and Z), in the plane of its normal if it has one.
-      sourcePoints(db_.sourceText(e), place);
+      textPoints(db_.textPoints(e), place);
       return;
   }
 }
 
-void Collector::sourcePoints(std::string_view text, const Affine& place) {
-  if (text.empty()) return;
-  std::vector<Point3d> points;
-  Point3d normal = kUnitZ;
-  bool planar = false;
-  try {
-    dxf::TagReader reader(text);
-    reader.next();  // the kind's name
-    while (auto tag = reader.next()) {
-      if (tag->code == 0) break;  // a following vertex or attribute
-      if (tag->code >= 10 && tag->code <= 18) {
-        points.push_back({dxf::parseDouble(tag->value).value_or(0.0), 0.0, 0.0});
-      } else if (tag->code >= 20 && tag->code <= 28 && !points.empty()) {
-        points.back().y = dxf::parseDouble(tag->value).value_or(0.0);
-      } else if (tag->code >= 30 && tag->code <= 38 && !points.empty()) {
-        points.back().z = dxf::parseDouble(tag->value).value_or(0.0);
-      } else if (tag->code == 210) {
-        normal.x = dxf::parseDouble(tag->value).value_or(0.0);
-        planar = true;
-      } else if (tag->code == 220) {
-        normal.y = dxf::parseDouble(tag->value).value_or(0.0);
-      } else if (tag->code == 230) {
-        normal.z = dxf::parseDouble(tag->value).value_or(1.0);
-      }
-    }
-  } catch (const dxf::ParseError&) {
-    // What was read before the damage still counts.
-  }
-  const Ocs ocs(normal);
-  for (const Point3d& p : points) point(planar ? ocs.toWorld(p) : p, place);
+void Collector::textPoints(const TextPoints& text, const Affine& place) {
+  const Ocs ocs(text.normal.value_or(kUnitZ));
+  for (const Point3d& p : text.points) point(text.normal ? ocs.toWorld(p) : p, place);
 }
 
 // A reference places its block: the block's base point to the origin, scaled,

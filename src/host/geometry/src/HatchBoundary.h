@@ -1,18 +1,17 @@
-// The boundary paths of a hatch, read from the hatch's source text, as the
-// drawing entities they trace.
+// The boundary paths of a hatch as the drawing entities they trace, in the
+// world.
 #pragma once
 
 #include <memory>
-#include <string_view>
 #include <vector>
 
-#include "host/db/Entities.h"
+#include "host/db/KeptText.h"
 
 namespace host::geometry {
 
-// Polyline paths become lightweight polylines in the hatch's plane; edges
-// become lines, arcs, ellipses and splines. The paths read before anything the
-// text does not hold as expected are returned; empty for text without paths.
-std::vector<std::unique_ptr<Entity>> hatchBoundary(std::string_view hatchSource);
+// Places the edges that the hatch's text gives in its plane into the world:
+// polyline paths stay lightweight polylines and arcs stay arcs in the hatch's
+// plane; lines, elliptic arcs and splines move into world coordinates.
+std::vector<std::unique_ptr<Entity>> hatchBoundary(HatchPaths paths);
 
 }  // namespace host::geometry

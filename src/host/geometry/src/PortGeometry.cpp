@@ -128,7 +128,7 @@ std::optional<double> DbEntityGeometry::area(ObjectId id) const {
 std::optional<double> DbEntityGeometry::volume(ObjectId id) const {
   const Entity* e = find(id);
   if (e == nullptr || e->kind() != EntityKind::Solid3d) return std::nullopt;
-  return geometry::solidVolume(db_.sourceText(*e));
+  return geometry::solidVolume(db_.acisText(*e));
 }
 
 std::vector<Point3d> DbEntityGeometry::vertices(ObjectId id) const {

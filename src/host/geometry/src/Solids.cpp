@@ -55,8 +55,7 @@ std::optional<double> faceShare(const AcisModel& model, const AcisFace& face) {
 
 }  // namespace
 
-std::optional<double> solidVolume(std::string_view sourceText) {
-  const std::string text = acisText(sourceText);
+std::optional<double> solidVolume(std::string_view text) {
   if (text.empty()) return std::nullopt;
   const auto model = AcisModel::read(text);
   if (!model) return std::nullopt;

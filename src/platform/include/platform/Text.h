@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -68,6 +69,15 @@ double wtof(std::wstring_view text);
 // stored into out in the order x, y, z; fields not reached keep their values.
 // Like swscanf, a text that is empty or only white space gives -1 (EOF).
 int scanPoint(std::wstring_view text, Point3d& out);
+
+// Whole numbers in narrow text as files write them, locale-free: blanks (space,
+// tab) may stand around the number and nothing else; anything that does not
+// read whole gives nothing. A real: an optional sign (also '+'), digits with an
+// optional point, an optional exponent; infinities, NaNs and values out of
+// range are refused. An integer: an optional sign and decimal digits, within
+// 64 bits.
+std::optional<double> parseDouble(std::string_view text);
+std::optional<std::int64_t> parseInt(std::string_view text);
 
 // The host's lower-casing of wide text: simple one-to-one case mappings of
 // ASCII, Latin-1, Latin Extended-A, Greek and Cyrillic; other characters stay.

@@ -13,6 +13,7 @@
 
 #include "host/db/Entities.h"
 #include "host/db/HandleIndex.h"
+#include "host/db/KeptText.h"
 #include "host/db/ObjectTable.h"
 #include "host/db/Objects.h"
 #include "host/db/UndoJournal.h"
@@ -150,9 +151,18 @@ class Database {
   void reindexHandles() { handleIndex_.clear(); }
   // Hands out the next handle, for objects made outside the database's own calls.
   Handle takeHandle() { return handleSeed_++; }
-  // The text of the file the drawing was read from, which objects' sources index.
-  void setSourceText(std::shared_ptr<const std::string> text) { source_ = std::move(text); }
+  // The text of the file the drawing was read from, which objects' sources
+  // index, and the reader of that text's form for the kinds kept as text.
+  void setSourceText(std::shared_ptr<const std::string> text,
+                     std::shared_ptr<const KeptTextReader> reader) {
+    source_ = std::move(text);
+    keptText_ = std::move(reader);
+  }
   std::string_view sourceText(const DbObject& object) const;
+  // What the text of an entity kept as text holds; nothing without a source.
+  HatchPaths hatchPaths(const Entity& hatch) const;
+  std::string acisText(const Entity& solid) const;
+  TextPoints textPoints(const Entity& entity) const;
 
   // --- Undo ------------------------------------------------------------------
   UndoJournal& undo() { return undo_; }
@@ -168,6 +178,7 @@ class Database {
 
   ObjectTable objects_;
   std::shared_ptr<const std::string> source_;
+  std::shared_ptr<const KeptTextReader> keptText_;
   Handle handleSeed_ = 1;
   mutable HandleIndex handleIndex_;
   ObjectId headerId_;

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/Text.h"
+
 namespace host::dxf {
 
 enum class ValueType { String, Int16, Int32, Int64, Double, Bool, Handle, Binary, Comment };
@@ -22,14 +24,12 @@ bool isSoftOwner(int code);    // 330-339, 350-359
 bool isHardPointer(int code);  // 340-349, 390-399, 480-481
 bool isHardOwner(int code);    // 360-369
 
-// The parsers accept leading and trailing blanks (space, tab) and nothing else around the
-// number, and return nothing for anything they cannot read whole.
-// A decimal real as written by any locale-free writer: optional sign (also '+'), digits with an
-// optional point, an optional exponent. Infinities, NaNs and out-of-range values are rejected.
-std::optional<double> parseDouble(std::string_view text);
-// A decimal integer with an optional sign, within 64 bits.
-std::optional<std::int64_t> parseInt(std::string_view text);
-// A handle: 1 to 16 hexadecimal digits of either case, no prefix.
+// Value lines of numbers read as the port's text services read whole numbers:
+// blanks around, nothing else.
+using platform::parseDouble;
+using platform::parseInt;
+// A handle: 1 to 16 hexadecimal digits of either case, no prefix; blanks around
+// as for numbers.
 std::optional<std::uint64_t> parseHandle(std::string_view text);
 
 }  // namespace host::dxf
