@@ -1,70 +1,88 @@
-// Tests of the module's message catalogue.
+// Properties of the module's message catalogue: each text's placeholders take
+// the kinds its id declares (so the compiler's check of every use is sound),
+// every id finds its own text, and failure lines end their line.
 #include "resources/StringTable.h"
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 #include "platform/Text.h"
 
 namespace zarvel {
 namespace {
 
-TEST(StringTableTest, TextsStandCharacterForCharacter) {
-  EXPECT_EQ(loadString(kMsgModuleName), L"zarvel");
-  EXPECT_EQ(loadString(kMsgSelected), L"Selected: %i\n");
-  EXPECT_EQ(loadString(kMsgCompleted), L"Completed: %i\n");
-  EXPECT_EQ(loadString(112), L"Completed: %i out of %i\n");
-  EXPECT_EQ(loadString(120), L"Completed (Length/Area/Volume): %i/%i/%i out of %i\n");
-  EXPECT_EQ(loadString(127),
-            L"Active document contains Object Data definitions which can cause errors during "
-            L"program operation. Recommend removal of existing Object Data definitions.\n");
-  EXPECT_EQ(loadString(180), L"This will detach ALL tables from selected objects. Continue?\n");
-  EXPECT_EQ(loadString(kMsgDrawingAndTemplateFilter),
-            L"Drawings; Drawing Templates (*.dwg;*.dwt)|*.dwg;*.dwt||");
-  EXPECT_EQ(loadString(kMsgTextFileFilter), L"Text files (*.txt)|*.txt||");
-  EXPECT_EQ(loadString(kMsgPromptModeFirstLast), L"Mode (First, Last)<First>: ");
-  EXPECT_EQ(loadString(kMsgPromptLayer), L"Layer<");
-  EXPECT_EQ(loadString(kMsgInvalidType), L"Error: '%s':'%s': invalid type.\n");
-  EXPECT_EQ(loadString(kMsgWarningCaption), L"Warning");
-  EXPECT_EQ(loadString(kMsgErrorCaption), L"Error");
-  EXPECT_EQ(loadString(kMsgCompletedOutOfRangeMultiple),
-            L"Completed: %i out of %i (%i out of range, %i multiple)\n");
-  EXPECT_EQ(loadString(kMsgCompletedOutOfRange), L"Completed: %i out of %i (%i out of range)\n");
-  EXPECT_EQ(loadString(kMsgCompletedMultiple), L"Completed: %i out of %i (%i multiple)\n");
-  EXPECT_EQ(loadString(kMsgSelectedOpenList), L"Selected: %i ( ");
-  EXPECT_EQ(loadString(kMsgPromptReferenceObject), L"Select reference object: ");
-}
-
-TEST(StringTableTest, EightyOneIdsAndNothingElse) {
-  std::set<std::wstring> distinct;
-  int present = 0;
-  for (int id = 0; id < 1000; ++id) {
-    const std::wstring& text = loadString(id);
-    if (text.empty()) continue;
-    EXPECT_GE(id, kFirstMessageId);
-    EXPECT_LE(id, kLastMessageId);
-    distinct.insert(text);
-    ++present;
+// The conversions of a printf format, as 'i' for an integer and 's' for a text.
+std::wstring conversions(const std::wstring& format) {
+  std::wstring kinds;
+  for (std::size_t i = 0; i < format.size(); ++i) {
+    if (format[i] != L'%') continue;
+    std::size_t j = i + 1;
+    while (j < format.size() && std::wstring(L"-+ 0#.0123456789lhI").find(format[j]) !=
+                                    std::wstring::npos) {
+      ++j;
+    }
+    if (j >= format.size()) return kinds + L'?';
+    const wchar_t c = format[j];
+    if (c != L'%') kinds += (c == L'd' || c == L'i') ? L'i' : c == L's' ? L's' : L'?';
+    i = j;
   }
-  EXPECT_EQ(present, 81);
-  EXPECT_EQ(distinct.size(), 81u);
-  EXPECT_TRUE(loadString(-1).empty());
-  EXPECT_TRUE(loadString(kLastMessageId + 1).empty());
+  return kinds;
 }
 
-TEST(StringTableTest, ReportLinesFormat) {
-  EXPECT_EQ(platform::format(loadString(kMsgCompletedOutOf), 3, 5), L"Completed: 3 out of 5\n");
-  EXPECT_EQ(platform::format(loadString(kMsgNamedTableNotFound), L"Roads"),
-            L"Error: table 'Roads' not found.\n");
-  // Every printed failure line ends its line; only the caption "Error" stands alone.
+template <typename... Args>
+std::wstring declared(Message<Args...>) {
+  return {(std::is_same_v<Args, int> ? L'i' : std::is_same_v<Args, Text> ? L's' : L'?')...};
+}
+
+struct Declared {
+  const char* name;
+  int id;
+  std::wstring kinds;
+  std::wstring text;
+};
+
+std::vector<Declared> everyText() {
+  std::vector<Declared> all;
+#define ZARVEL_COLLECT(name, id, kinds, text) all.push_back({#name, id, declared(name), text});
+  ZARVEL_STRING_TABLE(ZARVEL_COLLECT)
+  ZARVEL_DIALOG_TEXTS(ZARVEL_COLLECT)
+#undef ZARVEL_COLLECT
+  return all;
+}
+
+TEST(StringTableTest, PlaceholdersTakeTheKindsTheirIdDeclares) {
+  for (const Declared& d : everyText()) {
+    EXPECT_EQ(conversions(d.text), d.kinds) << d.name;
+  }
+}
+
+TEST(StringTableTest, EveryIdFindsItsOwnTextAndNoOtherIdFindsOne) {
+  std::vector<int> ids;
+  for (const Declared& d : everyText()) {
+    EXPECT_EQ(loadString(d.id), d.text) << d.name;
+    ids.push_back(d.id);
+  }
+  // The string table stands whole, from the module's name to its last question.
   for (int id = kFirstMessageId; id <= kLastMessageId; ++id) {
-    const std::wstring& text = loadString(id);
-    if (text.rfind(L"Error", 0) == 0 && text != L"Error") {
-      EXPECT_EQ(text.back(), L'\n') << "id " << id;
+    EXPECT_FALSE(loadString(id).empty()) << id;
+  }
+  EXPECT_EQ(kLastMessageId - kFirstMessageId + 1, 81);
+  for (int id : {-1, 0, kFirstMessageId - 1, kLastMessageId + 1, 999}) {
+    EXPECT_TRUE(loadString(id).empty()) << id;
+  }
+}
+
+TEST(StringTableTest, FailureLinesEndTheirLine) {
+  // Only the caption "Error" stands alone.
+  for (const Declared& d : everyText()) {
+    if (d.text.rfind(L"Error", 0) == 0 && d.text != L"Error") {
+      EXPECT_EQ(d.text.back(), L'\n') << d.name;
     }
   }
+  EXPECT_EQ(platform::format(loadString(kMsgCompletedOutOf), 3, 5), L"Completed: 3 out of 5\n");
 }
 
 }  // namespace

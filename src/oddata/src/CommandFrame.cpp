@@ -3,8 +3,8 @@
 
 namespace zarvel {
 
-int messageBox(int textId, int captionId, int flags) {
-  return port().ui().messageBox(loadString(textId), loadString(captionId), flags);
+int messageBox(Message<> text, Message<> caption, int flags) {
+  return port().ui().messageBox(loadString(text), loadString(caption), flags);
 }
 
 }  // namespace zarvel

@@ -3,16 +3,18 @@
 
 #include <algorithm>
 
+#include "resources/StringTable.h"
+
 namespace zarvel {
 
 using platform::DialogControl;
 
 PGUIODList::PGUIODList(std::vector<std::wstring>* names)
-    : platform::DialogModel(L"Detach OD"), names_(names) {
-  addControl(DialogControl::listBox(kIdTableList, L"Tables", true, true));
-  addControl(DialogControl::button(platform::kIdOk, L"OK", true, true));
-  addControl(DialogControl::button(platform::kIdCancel, L"Cancel", true));
-  addControl(DialogControl::button(kIdToggleAll, L"Select all/nothing", false));
+    : platform::DialogModel(loadString(kDlgDetachOdTitle)), names_(names) {
+  addControl(DialogControl::listBox(kIdTableList, loadString(kDlgTablesLabel), true, true));
+  addControl(DialogControl::button(platform::kIdOk, loadString(kDlgOk), true, true));
+  addControl(DialogControl::button(platform::kIdCancel, loadString(kDlgCancel), true));
+  addControl(DialogControl::button(kIdToggleAll, loadString(kDlgSelectAllNothing), false));
 }
 
 void PGUIODList::onInit() { control(kIdTableList).setItems(*names_); }

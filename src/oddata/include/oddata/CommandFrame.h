@@ -18,13 +18,20 @@ class ResourceScope {
   ResourceScope& operator=(const ResourceScope&) = delete;
 };
 
-// Prints a catalogue text, formatted with the arguments as printf would.
+// Keeps the kinds of a message's values from being deduced from the call, so
+// that the call converts to them or fails to compile.
+template <typename T>
+struct ValueOf {
+  using type = T;
+};
+
+// Prints a catalogue text, formatted with the values as printf would.
 template <typename... Args>
-void printMessage(int id, const Args&... args) {
-  port().editor().print(platform::format(loadString(id), args...));
+void printMessage(Message<Args...> message, typename ValueOf<Args>::type... values) {
+  port().editor().print(platform::format(loadString(message), values...));
 }
 
 // A message box with a catalogue text and caption.
-int messageBox(int textId, int captionId, int flags);
+int messageBox(Message<> text, Message<> caption, int flags);
 
 }  // namespace zarvel

@@ -1,96 +1,139 @@
-// The module's message catalogue: every text the module shows, by id.
+// The module's message catalogue: every text the module shows, by id, with
+// the kinds of the values its placeholders take. A text is printed only
+// through its typed id, so that the compiler checks every use against the
+// text's placeholders, and a test checks each text against its kinds.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace zarvel {
 
+// The value a "%s" of a text takes.
+using Text = std::wstring_view;
+
+// The id of a catalogue text whose placeholders take Args, in order.
+template <typename... Args>
+struct Message {
+  int id;
+};
+
+// The string table: X(name, id, (argument kinds), text), in id order.
+#define ZARVEL_STRING_TABLE(X) \
+  X(kMsgModuleName, 100, (), L"zarvel") \
+  X(kMsgUnableToOpen, 101, (Text), L"Error: unable to open '%s'.\n") \
+  X(kMsgDrawingAndTemplateFilter, 102, (), \
+    L"Drawings; Drawing Templates (*.dwg;*.dwt)|*.dwg;*.dwt||") \
+  X(kMsgOperationUnsuccessful, 103, (), L"Error. Operation unsuccessful.\n") \
+  X(kMsgOperationCompleted, 104, (), L"Operation completed.\n") \
+  X(kMsgSelected, 105, (int), L"Selected: %i\n") \
+  X(kMsgPromptModeFirstLast, 106, (), L"Mode (First, Last)<First>: ") \
+  X(kMsgKeywordFirst, 107, (), L"first") \
+  X(kMsgKeywordLast, 108, (), L"last") \
+  X(kMsgInvalidParameters, 109, (), L"Error: invalid parameters.\n") \
+  X(kMsgCompleted, 110, (int), L"Completed: %i\n") \
+  X(kMsgNoObjectsSelected, 111, (), L"Error: no objects selected.\n") \
+  X(kMsgCompletedOutOf, 112, (int, int), L"Completed: %i out of %i\n") \
+  X(kMsgPromptSelectObject, 113, (), L"Select object: ") \
+  X(kMsgNamedInvalidFormat, 114, (Text), L"Error: '%s': invalid format.\n") \
+  X(kMsgInvalidFormat, 115, (), L"Error: invalid format.\n") \
+  X(kMsgLayerNotFound, 116, (Text), L"Warning: layer '%s' not found.\n") \
+  X(kMsgNamedTableNotFound, 117, (Text), L"Error: table '%s' not found.\n") \
+  X(kMsgTextFileFilter, 118, (), L"Text files (*.txt)|*.txt||") \
+  X(kMsgPromptSelectObjects, 119, (), L"Select objects: ") \
+  X(kMsgCompletedLengthAreaVolume, 120, (int, int, int, int), \
+    L"Completed (Length/Area/Volume): %i/%i/%i out of %i\n") \
+  X(kMsgUnableToLoadFeatureClass, 121, (Text), L"Error: unable to load feature class '%s'.\n") \
+  X(kMsgUnableToCopyTable, 122, (Text), L"Error: unable to copy table '%s'.\n") \
+  X(kMsgColumnNotFound, 123, (), L"Error: column not found.\n") \
+  X(kMsgPromptPrecision, 124, (), L"Precision [1-99]<10>: ") \
+  X(kMsgInvalidPrecision, 125, (), L"Error: invalid precision.\n") \
+  X(kMsgAlreadyExists, 126, (Text), L"Warning: '%s' already exists.\n") \
+  X(kMsgExistingDefinitionsWarning, 127, (), \
+    L"Active document contains Object Data definitions which can cause errors during " \
+    L"program operation. Recommend removal of existing Object Data definitions.\n") \
+  X(kMsgWarningCaption, 128, (), L"Warning") \
+  X(kMsgPromptTableWithDefault, 129, (Text), L"Table <%s>: ") \
+  X(kMsgPromptTable, 130, (), L"Table: ") \
+  X(kMsgTableNotFound, 131, (), L"Error: table not found.\n") \
+  X(kMsgPromptColor, 132, (), L"Color<ByLayer>: ") \
+  X(kMsgInvalidColor, 133, (), L"Error: invalid color.\n") \
+  X(kMsgPromptLayer, 134, (), L"Layer<") \
+  X(kMsgInvalidLayer, 135, (), L"Error: invalid layer.\n") \
+  X(kMsgPromptLinetype, 136, (), L"Linetype<") \
+  X(kMsgInvalidLinetype, 137, (), L"Error: invalid linetype.\n") \
+  X(kMsgPromptClose, 138, (), L"Close<0>: ") \
+  X(kMsgDrawingFilter, 139, (), L"Drawings (*.dwg)|*.dwg||") \
+  X(kMsgFileAlreadyActive, 140, (), L"Error: selected file already active.\n") \
+  X(kMsgUnreadableObjectsContinue, 141, (int), L"Unable to read %i object(s). Continue?") \
+  X(kMsgNoFilesSelected, 142, (), L"Error: no files selected.\n") \
+  X(kMsgInvalidType, 143, (Text, Text), L"Error: '%s':'%s': invalid type.\n") \
+  X(kMsgPromptConversionPrecision, 144, (), L"Precision [0-99]<0> (> 0 - enable conversion): ") \
+  X(kMsgFieldHeader, 145, (), L"Field") \
+  X(kMsgValueHeader, 146, (), L"Value") \
+  X(kMsgErrorCaption, 147, (), L"Error") \
+  X(kMsgNoObjectsSelectedBox, 148, (), L"No objects selected.") \
+  X(kMsgDataMayNotMatchContinue, 149, (), L"Data may not match existing definitions. Continue?") \
+  X(kMsgDataDoesNotMatch, 150, (), L"Data does not match existing definitions.") \
+  X(kMsgDetachSelectedQuestion, 151, (), L"Detach selected Object Data?") \
+  X(kMsgFirst, 152, (), L"First") \
+  X(kMsgLast, 153, (), L"Last") \
+  X(kMsgCenter, 154, (), L"Center") \
+  X(kMsgMin, 155, (), L"Min") \
+  X(kMsgMax, 156, (), L"Max") \
+  X(kMsgAverage, 157, (), L"Average") \
+  X(kMsgFile, 158, (), L"File") \
+  X(kMsgNoDefaultValue, 159, (Text), L"Error: unable to retrieve default value of '%s'.\n") \
+  X(kMsgStatsGraphicalObjects, 160, (), L"Graphical objects with Object Data:\n") \
+  X(kMsgStatsObjects, 161, (int), L"Objects: %i\n") \
+  X(kMsgStatsObjectsWithoutData, 162, (int), L"Objects with no Object Data: %i\n") \
+  X(kMsgStatsObjectsWithData, 163, (int), L"Objects with Object Data: %i\n") \
+  X(kMsgStatsDuplicatedData, 164, (int), L"Objects containing duplicated Object Data: %i\n") \
+  X(kMsgStatsMultipleData, 165, (int), L"Objects containing multiple Object Data: %i\n") \
+  X(kMsgStatsObjectData, 166, (int), L"Object Data: %i\n") \
+  X(kMsgStatsUnusedData, 167, (int), L"Unused Object Data: %i\n") \
+  X(kMsgCompletedOutOfRangeMultiple, 168, (int, int, int, int), \
+    L"Completed: %i out of %i (%i out of range, %i multiple)\n") \
+  X(kMsgCompletedOutOfRange, 169, (int, int, int), L"Completed: %i out of %i (%i out of range)\n") \
+  X(kMsgCompletedMultiple, 170, (int, int, int), L"Completed: %i out of %i (%i multiple)\n") \
+  X(kMsgDuplicateColumnNames, 171, (), L"Error: duplicate column names.\n") \
+  X(kMsgTableDoesNotMatch, 172, (Text), \
+    L"Error: table '%s' does not match existing definition.\n") \
+  X(kMsgOverwriteFileQuestion, 173, (Text), L"File '%s' already exists. Overwrite?") \
+  X(kMsgTableDoesNotMatchContinue, 174, (Text), \
+    L"Table '%s' does not match existing definition. Continue?") \
+  X(kMsgStatisticsTitle, 175, (), L"Object Data statistics.") \
+  X(kMsgSelectWithSpecificData, 176, (), L"Select objects with specific OD.") \
+  X(kMsgSelectWithoutSpecificData, 177, (), L"Select objects without specific OD.") \
+  X(kMsgSelectedOpenList, 178, (int), L"Selected: %i ( ") \
+  X(kMsgPromptReferenceObject, 179, (), L"Select reference object: ") \
+  X(kMsgDetachAllContinue, 180, (), \
+    L"This will detach ALL tables from selected objects. Continue?\n")
+
+// The texts of the dialogs' templates: titles, labels and buttons, numbered
+// from 1000 on so that they never meet the string table's ids.
+#define ZARVEL_DIALOG_TEXTS(X) \
+  X(kDlgDetachOdTitle, 1000, (), L"Detach OD") \
+  X(kDlgTablesLabel, 1001, (), L"Tables") \
+  X(kDlgOk, 1002, (), L"OK") \
+  X(kDlgCancel, 1003, (), L"Cancel") \
+  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")
+
+#define ZARVEL_UNPAREN(...) __VA_ARGS__
+#define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \
+  inline constexpr Message<ZARVEL_UNPAREN kinds> name{id};
+ZARVEL_STRING_TABLE(ZARVEL_DECLARE_MESSAGE)
+ZARVEL_DIALOG_TEXTS(ZARVEL_DECLARE_MESSAGE)
+#undef ZARVEL_DECLARE_MESSAGE
+
+inline constexpr int kFirstMessageId = kMsgModuleName.id;
+inline constexpr int kLastMessageId = kMsgDetachAllContinue.id;
+
 // The text of an id; an unknown id gives the empty string.
 const std::wstring& loadString(int id);
-
-inline constexpr int kMsgModuleName = 100;
-inline constexpr int kMsgUnableToOpen = 101;
-inline constexpr int kMsgDrawingAndTemplateFilter = 102;
-inline constexpr int kMsgOperationUnsuccessful = 103;
-inline constexpr int kMsgOperationCompleted = 104;
-inline constexpr int kMsgSelected = 105;
-inline constexpr int kMsgPromptModeFirstLast = 106;
-inline constexpr int kMsgKeywordFirst = 107;
-inline constexpr int kMsgKeywordLast = 108;
-inline constexpr int kMsgInvalidParameters = 109;
-inline constexpr int kMsgCompleted = 110;
-inline constexpr int kMsgNoObjectsSelected = 111;
-inline constexpr int kMsgCompletedOutOf = 112;
-inline constexpr int kMsgPromptSelectObject = 113;
-inline constexpr int kMsgNamedInvalidFormat = 114;
-inline constexpr int kMsgInvalidFormat = 115;
-inline constexpr int kMsgLayerNotFound = 116;
-inline constexpr int kMsgNamedTableNotFound = 117;
-inline constexpr int kMsgTextFileFilter = 118;
-inline constexpr int kMsgPromptSelectObjects = 119;
-inline constexpr int kMsgCompletedLengthAreaVolume = 120;
-inline constexpr int kMsgUnableToLoadFeatureClass = 121;
-inline constexpr int kMsgUnableToCopyTable = 122;
-inline constexpr int kMsgColumnNotFound = 123;
-inline constexpr int kMsgPromptPrecision = 124;
-inline constexpr int kMsgInvalidPrecision = 125;
-inline constexpr int kMsgAlreadyExists = 126;
-inline constexpr int kMsgExistingDefinitionsWarning = 127;
-inline constexpr int kMsgWarningCaption = 128;
-inline constexpr int kMsgPromptTableWithDefault = 129;
-inline constexpr int kMsgPromptTable = 130;
-inline constexpr int kMsgTableNotFound = 131;
-inline constexpr int kMsgPromptColor = 132;
-inline constexpr int kMsgInvalidColor = 133;
-inline constexpr int kMsgPromptLayer = 134;
-inline constexpr int kMsgInvalidLayer = 135;
-inline constexpr int kMsgPromptLinetype = 136;
-inline constexpr int kMsgInvalidLinetype = 137;
-inline constexpr int kMsgPromptClose = 138;
-inline constexpr int kMsgDrawingFilter = 139;
-inline constexpr int kMsgFileAlreadyActive = 140;
-inline constexpr int kMsgUnreadableObjectsContinue = 141;
-inline constexpr int kMsgNoFilesSelected = 142;
-inline constexpr int kMsgInvalidType = 143;
-inline constexpr int kMsgPromptConversionPrecision = 144;
-inline constexpr int kMsgFieldHeader = 145;
-inline constexpr int kMsgValueHeader = 146;
-inline constexpr int kMsgErrorCaption = 147;
-inline constexpr int kMsgNoObjectsSelectedBox = 148;
-inline constexpr int kMsgDataMayNotMatchContinue = 149;
-inline constexpr int kMsgDataDoesNotMatch = 150;
-inline constexpr int kMsgDetachSelectedQuestion = 151;
-inline constexpr int kMsgFirst = 152;
-inline constexpr int kMsgLast = 153;
-inline constexpr int kMsgCenter = 154;
-inline constexpr int kMsgMin = 155;
-inline constexpr int kMsgMax = 156;
-inline constexpr int kMsgAverage = 157;
-inline constexpr int kMsgFile = 158;
-inline constexpr int kMsgNoDefaultValue = 159;
-inline constexpr int kMsgStatsGraphicalObjects = 160;
-inline constexpr int kMsgStatsObjects = 161;
-inline constexpr int kMsgStatsObjectsWithoutData = 162;
-inline constexpr int kMsgStatsObjectsWithData = 163;
-inline constexpr int kMsgStatsDuplicatedData = 164;
-inline constexpr int kMsgStatsMultipleData = 165;
-inline constexpr int kMsgStatsObjectData = 166;
-inline constexpr int kMsgStatsUnusedData = 167;
-inline constexpr int kMsgCompletedOutOfRangeMultiple = 168;
-inline constexpr int kMsgCompletedOutOfRange = 169;
-inline constexpr int kMsgCompletedMultiple = 170;
-inline constexpr int kMsgDuplicateColumnNames = 171;
-inline constexpr int kMsgTableDoesNotMatch = 172;
-inline constexpr int kMsgOverwriteFileQuestion = 173;
-inline constexpr int kMsgTableDoesNotMatchContinue = 174;
-inline constexpr int kMsgStatisticsTitle = 175;
-inline constexpr int kMsgSelectWithSpecificData = 176;
-inline constexpr int kMsgSelectWithoutSpecificData = 177;
-inline constexpr int kMsgSelectedOpenList = 178;
-inline constexpr int kMsgPromptReferenceObject = 179;
-inline constexpr int kMsgDetachAllContinue = 180;
-
-inline constexpr int kFirstMessageId = kMsgModuleName;
-inline constexpr int kLastMessageId = kMsgDetachAllContinue;
+template <typename... Args>
+const std::wstring& loadString(Message<Args...> message) {
+  return loadString(message.id);
+}
 
 }  // namespace zarvel
