@@ -252,6 +252,87 @@ void skipLengthModifier(std::wstring_view format, size_t& i) {
   }
 }
 
+// The flags of a directive, from just past its '%'.
+void readFlags(std::wstring_view format, size_t& i, Directive& directive) {
+  for (; i < format.size(); ++i) {
+    switch (format[i]) {
+      case L'-': directive.left = true; break;
+      case L'+': directive.plus = true; break;
+      case L' ': directive.space = true; break;
+      case L'0': directive.zero = true; break;
+      case L'#': directive.alt = true; break;
+      default: return;
+    }
+  }
+}
+
+// Width and precision, written out or taken from the arguments by "*".
+void readWidthAndPrecision(std::wstring_view format, size_t& i, ArgCursor& cursor,
+                           Directive& directive) {
+  if (i < format.size() && format[i] == L'*') {
+    ++i;
+    const long long width = integerOf(cursor.next());
+    if (width < 0) directive.left = true;
+    directive.width = std::min(width < 0 ? -width : width, kMaxWidth);
+  } else {
+    directive.width = readNumber(format, i);
+  }
+  if (i < format.size() && format[i] == L'.') {
+    ++i;
+    if (i < format.size() && format[i] == L'*') {
+      ++i;
+      const long long precision = integerOf(cursor.next());
+      directive.precision = precision < 0 ? -1 : std::min(precision, kMaxWidth);
+    } else {
+      directive.precision = readNumber(format, i);
+    }
+  }
+}
+
+// Writes one conversion; false for one the C runtime does not know, which the
+// caller shows as written, as the C runtime of the hosts does.
+bool writeConversion(std::wstring& out, const Directive& directive, ArgCursor& cursor) {
+  switch (directive.conversion) {
+    case L'd':
+    case L'i':
+    case L'u':
+    case L'o':
+    case L'x':
+    case L'X':
+      formatInteger(out, directive, cursor.next());
+      return true;
+    case L'f':
+    case L'F':
+    case L'e':
+    case L'E':
+    case L'g':
+    case L'G':
+    case L'a':
+    case L'A':
+      formatReal(out, directive, realOf(cursor.next()));
+      return true;
+    case L'c':
+    case L'C': {
+      const wchar_t c = static_cast<wchar_t>(integerOf(cursor.next()));
+      writeField(out, directive, "", std::wstring_view(&c, 1), false);
+      return true;
+    }
+    case L's':
+    case L'S': {
+      const FormatArg& arg = cursor.next();
+      std::wstring_view text = arg.kind() == FormatArg::Kind::Text ? arg.text() : L"";
+      if (directive.precision >= 0) text = text.substr(0, static_cast<size_t>(directive.precision));
+      writeField(out, directive, "", text, false);
+      return true;
+    }
+    case L'%':
+      out.push_back(L'%');
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 std::wstring formatText(std::wstring_view format, std::initializer_list<FormatArg> args) {
@@ -268,94 +349,15 @@ std::wstring formatText(std::wstring_view format, std::initializer_list<FormatAr
     out.append(format.substr(i, percent - i));
     i = percent + 1;
     Directive directive;
-    for (bool flags = true; flags && i < format.size(); ++i) {
-      switch (format[i]) {
-        case L'-':
-          directive.left = true;
-          break;
-        case L'+':
-          directive.plus = true;
-          break;
-        case L' ':
-          directive.space = true;
-          break;
-        case L'0':
-          directive.zero = true;
-          break;
-        case L'#':
-          directive.alt = true;
-          break;
-        default:
-          flags = false;
-          --i;
-          break;
-      }
-    }
-    if (i < format.size() && format[i] == L'*') {
-      ++i;
-      const long long width = integerOf(cursor.next());
-      if (width < 0) directive.left = true;
-      directive.width = std::min(width < 0 ? -width : width, kMaxWidth);
-    } else {
-      directive.width = readNumber(format, i);
-    }
-    if (i < format.size() && format[i] == L'.') {
-      ++i;
-      if (i < format.size() && format[i] == L'*') {
-        ++i;
-        const long long precision = integerOf(cursor.next());
-        directive.precision = precision < 0 ? -1 : std::min(precision, kMaxWidth);
-      } else {
-        directive.precision = readNumber(format, i);
-      }
-    }
+    readFlags(format, i, directive);
+    readWidthAndPrecision(format, i, cursor, directive);
     skipLengthModifier(format, i);
     if (i >= format.size()) {  // a directive cut off by the end shows as written
       out.append(format.substr(percent));
       break;
     }
     directive.conversion = format[i++];
-    switch (directive.conversion) {
-      case L'd':
-      case L'i':
-      case L'u':
-      case L'o':
-      case L'x':
-      case L'X':
-        formatInteger(out, directive, cursor.next());
-        break;
-      case L'f':
-      case L'F':
-      case L'e':
-      case L'E':
-      case L'g':
-      case L'G':
-      case L'a':
-      case L'A':
-        formatReal(out, directive, realOf(cursor.next()));
-        break;
-      case L'c':
-      case L'C': {
-        const wchar_t c = static_cast<wchar_t>(integerOf(cursor.next()));
-        writeField(out, directive, "", std::wstring_view(&c, 1), false);
-        break;
-      }
-      case L's':
-      case L'S': {
-        const FormatArg& arg = cursor.next();
-        std::wstring_view text = arg.kind() == FormatArg::Kind::Text ? arg.text() : L"";
-        if (directive.precision >= 0)
-          text = text.substr(0, static_cast<size_t>(directive.precision));
-        writeField(out, directive, "", text, false);
-        break;
-      }
-      case L'%':
-        out.push_back(L'%');
-        break;
-      default:  // an unknown conversion shows as written, as the C runtime of the hosts does
-        out.append(format.substr(percent, i - percent));
-        break;
-    }
+    if (!writeConversion(out, directive, cursor)) out.append(format.substr(percent, i - percent));
   }
   return out;
 }
