@@ -3,15 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <string>
 
+#include "host/db/PortDrawing.h"
 #include "host/db/PortObjectData.h"
 #include "host/dxf/DrawingReader.h"
 #include "host/dxf/DrawingWriter.h"
 #include "host/dxf/ParseError.h"
 #include "host/dxf/Template.h"
+#include "platform/Text.h"
 
 namespace host::dxf {
 namespace {
@@ -156,6 +159,95 @@ TEST(DrawingFile, LayerStatesAreWrittenAndTheHandleSeedAdvances) {
   const Handle seed = again.db->nextHandle();
   EXPECT_GT(seed, again.db->object(again.db->findLayer(L"Roads"))->handle);
   EXPECT_NE(text.find("ZARVEL"), std::string::npos);
+}
+
+// A database broken by a fault elsewhere is refused before the writer changes anything, with
+// the entity named, rather than crashing it or writing a file that loses the entity.
+TEST(DrawingFile, AnInconsistentDrawingIsRefusedNamingTheEntity) {
+  const ObjectId missing(1000000);
+  struct Case {
+    const char* name;
+    std::function<ObjectId(Database&)> breakOne;  // gives the broken entity
+    const char* problem;
+  };
+  const std::vector<Case> cases = {
+      {"owner",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->owner = missing;
+         return id;
+       },
+       "belongs to no block"},
+      {"layer",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->layer = missing;
+         return id;
+       },
+       "is on a layer that does not exist"},
+      {"linetype",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->setLinetype(missing);
+         return id;
+       },
+       "has a linetype that does not exist"},
+      {"block",
+       [&](Database& db) {
+         auto insert = std::make_unique<BlockReferenceEntity>();
+         insert->block = missing;
+         return db.addEntity(std::move(insert), db.modelSpace());
+       },
+       "refers to a block that does not exist"},
+      {"dictionary",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->xdict = missing;
+         return id;
+       },
+       "has an extension dictionary that does not exist"},
+      {"table",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modifyOdRecords(id)->append(7, {OdValue(1)});
+         return id;
+       },
+       "carries Object Data of a table that does not exist"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    LoadedDrawing d = load(newDrawingText());
+    addObjectData(*d.db);
+    const ObjectId broken = c.breakOne(*d.db);
+    const Entity& e = *d.db->entity(broken);
+    const std::string named = "the " + platform::toUtf8(typeName(e)) + " " +
+                              platform::toUtf8(handleToText(e.handle)) + " " + c.problem;
+    const Handle seed = d.db->nextHandle();
+    const std::uint64_t objects = d.db->idCount();
+    try {
+      save(d);
+      ADD_FAILURE() << "saved";
+    } catch (const InconsistentDrawing& error) {
+      EXPECT_NE(std::string(error.what()).find(named), std::string::npos) << error.what();
+    }
+    EXPECT_EQ(d.db->nextHandle(), seed);
+    EXPECT_EQ(d.db->idCount(), objects);
+  }
+}
+
+TEST(DrawingFile, AnEntityReadFromTheEntitiesSectionGoesWithTheBlockItIsMovedTo) {
+  LoadedDrawing d = load(newDrawingText());
+  addLine(*d.db, 0);
+  LoadedDrawing read = load(save(d));
+  Database& db = *read.db;
+  const ObjectId line = db.blockEntities(db.modelSpace()).front();
+  db.moveToBlock(line, db.addBlock(L"B", {}));
+  const std::string text = save(read);
+  // Inside the block's definition, which comes before the entities.
+  EXPECT_LT(text.find("AcDbLine"), text.find("\nENTITIES\n"));
+  LoadedDrawing again = load(text);
+  EXPECT_TRUE(again.db->blockEntities(again.db->modelSpace()).empty());
+  EXPECT_EQ(again.db->blockEntities(again.db->findBlock(L"B")).size(), 1u);
 }
 
 TEST(DrawingFile, MalformedFilesAreRefusedWithTheirLine) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "DrawingCheck.h"
 #include "EntityCodec.h"
 #include "FileImage.h"
 #include "ObjectDataXrecords.h"
@@ -303,7 +304,6 @@ void Writer::writeLayer(ObjectId id, Handle tableHandle) {
 
 void Writer::writeBlockRecord(ObjectId id, Handle tableHandle) {
   const BlockRecord& block = *db_.get<BlockRecord>(id);
-  if (block.erased) return;
   if (!block.source.empty() && !block.modified) {
     out_.writeRaw(source(block));
     return;
@@ -319,10 +319,14 @@ void Writer::writeBlockRecord(ObjectId id, Handle tableHandle) {
 // --- Blocks and entities ----------------------------------------------------------
 
 bool Writer::writtenInEntities(ObjectId id, const Entity& e) const {
+  const bool inLayout = e.owner == db_.modelSpace() || e.owner == db_.paperSpace();
   if (id.value() <= image_.loadedIdCount) {
-    return id.value() < image_.inEntitiesSection.size() && image_.inEntitiesSection[id.value()];
+    // One read there goes back there, unless it has since been moved into a block definition.
+    const bool readThere =
+        id.value() < image_.inEntitiesSection.size() && image_.inEntitiesSection[id.value()];
+    return readThere && (inLayout || !e.modified);
   }
-  return e.owner == db_.modelSpace() || e.owner == db_.paperSpace();
+  return inLayout;
 }
 
 void Writer::writeBlocks(const FileImage::Part& part) {
@@ -608,6 +612,9 @@ void Writer::writeOdXrecord(ObjectId dictionary) {
 }  // namespace
 
 std::string writeDrawing(Database& db, FileImage& image, const ProgressFunction& progress) {
+  if (auto problem = findInconsistency(db)) {
+    throw InconsistentDrawing("the drawing is inconsistent and was not saved: " + *problem);
+  }
   Writer writer(db, image, progress);
   return writer.run();
 }
