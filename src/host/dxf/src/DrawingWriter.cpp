@@ -83,6 +83,7 @@ class Writer : public WriteContext {
   void writeXrecordStart(Handle handle, Handle owner);
 
   bool alive(ObjectId id) const;
+  bool odTablesDictionaryWritten() const;
   bool writtenInEntities(ObjectId id, const Entity& e) const;
   std::vector<DictEntry> odTableEntries(const std::vector<DictEntry>& before) const;
   const FileImage::Table* table(std::string_view name) const;
@@ -456,6 +457,14 @@ bool Writer::alive(ObjectId id) const {
   return true;
 }
 
+// The dictionary of Object Data tables is written while a table needs it, or because the file
+// had it: one this writer made for tables that were all undone or removed since is left out.
+bool Writer::odTablesDictionaryWritten() const {
+  const ObjectId dict = image_.odTablesDictionary;
+  if (dict.isNull()) return false;
+  return dict.value() <= image_.loadedIdCount || !db_.odTableIds().empty();
+}
+
 void Writer::writeObjects(const FileImage::Part& part) {
   out_.writeRaw(span(part.head));
   for (const FileImage::ObjectSlot& slot : image_.objects) {
@@ -548,8 +557,9 @@ void Writer::writeObject(ObjectId id) {
       const auto& dict = static_cast<const Dictionary&>(*o);
       std::vector<DictEntry> entries = dict.entries;
       if (id == image_.odTablesDictionary) {
+        if (!odTablesDictionaryWritten()) break;
         entries = odTableEntries(dict.entries);
-      } else if (id == image_.rootDictionary && !image_.odTablesDictionary.isNull()) {
+      } else if (id == image_.rootDictionary && odTablesDictionaryWritten()) {
         const bool listed = std::any_of(entries.begin(), entries.end(), [](const DictEntry& e) {
           return e.name == kOdTablesEntry;
         });
