@@ -2,6 +2,7 @@
 // survives exactly, and malformed files are refused with their line.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -43,6 +44,13 @@ std::pair<std::size_t, std::string> refusal(const std::string& text) {
     return {e.line(), e.what()};
   }
   return {0, "accepted"};
+}
+
+// The 1-based line on which a text first has the given bytes.
+std::size_t lineOf(const std::string& text, const std::string& bytes) {
+  const std::size_t at = text.find(bytes);
+  EXPECT_NE(at, std::string::npos) << bytes;
+  return static_cast<std::size_t>(std::count(text.begin(), text.begin() + at, '\n')) + 1;
 }
 
 ObjectId addLine(Database& db, double y) {
@@ -265,6 +273,39 @@ TEST(DrawingFile, AnEntityReadFromTheEntitiesSectionGoesWithTheBlockItIsMovedTo)
   LoadedDrawing again = load(text);
   EXPECT_TRUE(again.db->blockEntities(again.db->modelSpace()).empty());
   EXPECT_EQ(again.db->blockEntities(again.db->findBlock(L"B")).size(), 1u);
+}
+
+// New objects take handles above every handle in the file, whatever its seed says, counting
+// those the database keeps only as text (a block's end here). A file whose handles leave too
+// few above them is refused at the line of the highest.
+TEST(DrawingFile, NewHandlesLieAboveEveryHandleInUse) {
+  const std::string drawing =
+      replaced(newDrawingText(), "ENDBLK\n  5\n21\n", "ENDBLK\n  5\n7000\n");
+  const std::string seed = "$HANDSEED\n  5\n30\n";
+  for (const char* value : {"1", "7000", "FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFF00"}) {
+    SCOPED_TRACE(value);
+    LoadedDrawing d = load(replaced(drawing, seed, "$HANDSEED\n  5\n" + std::string(value) + "\n"));
+    const ObjectId a = addLine(*d.db, 0);
+    const ObjectId b = addLine(*d.db, 1);
+    const Handle first = d.db->entity(a)->handle;
+    EXPECT_EQ(first, 0x7001u);
+    EXPECT_EQ(d.db->entity(b)->handle, first + 1);
+    LoadedDrawing again = load(save(d));
+    EXPECT_EQ(again.db->nextHandle(), first + 2);
+  }
+  // A seed above the highest handle, with room, is the file's to keep.
+  LoadedDrawing kept = load(replaced(drawing, seed, "$HANDSEED\n  5\n9000\n"));
+  EXPECT_EQ(kept.db->nextHandle(), 0x9000u);
+
+  for (const char* highest : {"FFFFFFFFFFFFFFFF", "FFFFFFFF00000000"}) {
+    SCOPED_TRACE(highest);
+    const std::string text =
+        replaced(drawing, "  5\n7000\n", "  5\n" + std::string(highest) + "\n");
+    const auto refused = refusal(text);
+    EXPECT_EQ(refused.first, lineOf(text, "  5\n" + std::string(highest) + "\n"));
+    EXPECT_NE(refused.second.find(std::string("the handle ") + highest), std::string::npos)
+        << refused.second;
+  }
 }
 
 TEST(DrawingFile, MalformedFilesAreRefusedWithTheirLine) {

@@ -5,6 +5,7 @@
 #include "host/dxf/DrawingReader.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -12,6 +13,7 @@
 #include "EntityCommon.h"
 #include "FileImage.h"
 #include "ObjectDataXrecords.h"
+#include "host/db/PortDrawing.h"
 #include "host/dxf/GroupCodes.h"
 #include "host/dxf/ParseError.h"
 #include "host/dxf/TagReader.h"
@@ -61,6 +63,8 @@ class Reader : public ReadContext {
   }
   // Reads the tags up to the next group-0 tag.
   void readBody(std::vector<Tag>& into);
+  void noteHandle(const Tag& tag);
+  Handle firstNewHandle() const;
   void skipToEndOfSection();
   void reportProgress();
 
@@ -81,6 +85,9 @@ class Reader : public ReadContext {
   std::unique_ptr<Database> db_;
   FileImagePtr image_;
   Handle headerSeed_ = 0;
+  // The highest handle of any object or sub-entity, and its line.
+  Handle highestHandle_ = 0;
+  std::size_t highestHandleLine_ = 0;
   std::string currentLayerRaw_;
   std::wstring currentLayerName_;
   std::unordered_map<std::wstring, ObjectId> layers_;  // lower-cased names
@@ -145,8 +152,32 @@ void Reader::readBody(std::vector<Tag>& into) {
       tags_.seek(before);
       return;
     }
+    if (tag->code == 5 || tag->code == 105) noteHandle(*tag);
     into.push_back(*tag);
   }
+}
+
+// Every body passes here, so the handles of what the database keeps only as text (vertices,
+// block ends, xrecords) count as much as those of its objects.
+void Reader::noteHandle(const Tag& tag) {
+  const std::optional<Handle> handle = parseHandle(tag.value);
+  if (handle && *handle > highestHandle_) {
+    highestHandle_ = *handle;
+    highestHandleLine_ = tag.line;
+  }
+}
+
+// New objects take handles above every handle in use: from the file's seed when it lies above
+// them, else from right above the highest. A session makes far fewer than 2^32 objects, so a
+// start with that much room above it can never run out of handles and wrap around to ones in use.
+Handle Reader::firstNewHandle() const {
+  constexpr Handle kLast = std::numeric_limits<Handle>::max();
+  constexpr Handle kRoom = Handle{1} << 32;
+  if (headerSeed_ > highestHandle_ && kLast - headerSeed_ >= kRoom) return headerSeed_;
+  if (kLast - highestHandle_ > kRoom) return highestHandle_ + 1;
+  throw ParseError(highestHandleLine_, "the handle " +
+                                           platform::toUtf8(handleToText(highestHandle_)) +
+                                           " leaves too few handles above it for new objects");
 }
 
 void Reader::reportProgress() {
@@ -721,7 +752,7 @@ std::size_t Reader::readObjects() {
 
 void Reader::finish() {
   // Layers made for names the table lacked have no handle until they are saved.
-  db_->setNextHandle(headerSeed_);
+  db_->setNextHandle(firstNewHandle());
   db_->reindexHandles();
   for (const auto& [id, handle] : ownersToFind_) {
     db_->loadingObject(id)->owner = db_->idOfHandle(handle);
