@@ -313,16 +313,51 @@ TEST(DrawingFile, MalformedFilesAreRefusedWithTheirLine) {
   // The first line of the file is a group code.
   EXPECT_EQ(refusal("  0\nSECTION\nxyz\nHEADER\n").first, 3u);
   EXPECT_NE(refusal("  0\nSECTION\nxyz\nHEADER\n").second.find("xyz"), std::string::npos);
-  // Cut in the middle: the file ends inside something.
-  EXPECT_NE(refusal(good.substr(0, good.size() / 2)).second, "accepted");
-  // No EOF.
-  EXPECT_NE(refusal(replaced(good, "  0\nEOF\n", "")).second, "accepted");
-  // A version this host does not read.
-  EXPECT_NE(refusal(replaced(good, "AC1032", "AC1009")).second.find("AC1009"),
-            std::string::npos);
+  // A version this host does not read: the line of its value.
+  const std::string old = replaced(good, "AC1032", "AC1009");
+  EXPECT_EQ(refusal(old), std::make_pair(lineOf(old, "AC1009") - 1,
+                                         std::string("drawing files of version AC1009 are not "
+                                                     "supported; versions AC1015 (2000) to "
+                                                     "AC1032 (2018) are")));
   // A number that is none: the handle seed.
   const auto bad = refusal(replaced(good, "$HANDSEED\n  5\n30", "$HANDSEED\n  5\nxyz"));
   EXPECT_GT(bad.first, 0u);
+}
+
+// A file that ends too early names the line where the unended section began, and its last
+// line; one that ends after its last section, that last line.
+TEST(DrawingFile, AFileThatEndsTooEarlyIsRefusedWithALine) {
+  const std::string good = newDrawingText();
+  const auto upTo = [&](const std::string& bytes) {
+    return good.substr(0, good.find(bytes) + bytes.size());
+  };
+  const auto lastLine = [](const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+  };
+  const auto unended = [&](const std::string& section, const std::string& text,
+                           const std::string& inside) {
+    return std::make_pair(lineOf(good, "  0\nSECTION\n  2\n" + section + "\n"),
+                          "the " + section +
+                              " section that begins here has no ENDSEC: the file ends at line " +
+                              std::to_string(lastLine(text)) + inside);
+  };
+  const std::string noEof = replaced(good, "  0\nEOF\n", "");
+  const std::string inHeader = upTo("$ACADVER\n  1\nAC1032\n");
+  const std::string inTable = upTo("  0\nTABLE\n  2\nLAYER\n");
+  const std::string inEntities = upTo("  2\nENTITIES\n");
+  const std::vector<std::pair<std::string, std::pair<std::size_t, std::string>>> cases = {
+      {"", {1, "the file is empty"}},
+      {noEof, {lastLine(noEof), "the file ends here without its end of file marker (EOF)"}},
+      {"  0\nSECTION\n",
+       {1, "the section that begins here has no ENDSEC: the file ends at line 2, inside its name"}},
+      {inHeader, unended("HEADER", inHeader, ", inside the header")},
+      {inTable, unended("TABLES", inTable, "")},
+      {inEntities, unended("ENTITIES", inEntities, ", inside the entities")},
+  };
+  for (const auto& [text, expected] : cases) {
+    SCOPED_TRACE(text.substr(text.size() > 40 ? text.size() - 40 : 0));
+    EXPECT_EQ(refusal(text), expected);
+  }
 }
 
 TEST(DrawingFile, ARecordOutsideItsTableIsKeptAsTextThere) {
@@ -331,7 +366,9 @@ TEST(DrawingFile, ARecordOutsideItsTableIsKeptAsTextThere) {
   std::ifstream in(std::string(FIXTURES_DIR) + "/fuzz_layer_in_vport.dxf", std::ios::binary);
   const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   ASSERT_FALSE(text.empty());
-  EXPECT_NE(refusal(text).second.find("no layers"), std::string::npos);
+  const auto refused = refusal(text);
+  EXPECT_NE(refused.second.find("no layers"), std::string::npos);
+  EXPECT_EQ(refused.first, lineOf(text, "  0\nEOF"));
 }
 
 TEST(DrawingFile, ASectionThatComesTwiceIsRefused) {
