@@ -2,16 +2,20 @@
 // survives exactly, and malformed files are refused with their line.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <string>
 
+#include "host/db/PortDrawing.h"
 #include "host/db/PortObjectData.h"
 #include "host/dxf/DrawingReader.h"
 #include "host/dxf/DrawingWriter.h"
 #include "host/dxf/ParseError.h"
 #include "host/dxf/Template.h"
+#include "platform/Text.h"
 
 namespace host::dxf {
 namespace {
@@ -40,6 +44,13 @@ std::pair<std::size_t, std::string> refusal(const std::string& text) {
     return {e.line(), e.what()};
   }
   return {0, "accepted"};
+}
+
+// The 1-based line on which a text first has the given bytes.
+std::size_t lineOf(const std::string& text, const std::string& bytes) {
+  const std::size_t at = text.find(bytes);
+  EXPECT_NE(at, std::string::npos) << bytes;
+  return static_cast<std::size_t>(std::count(text.begin(), text.begin() + at, '\n')) + 1;
 }
 
 ObjectId addLine(Database& db, double y) {
@@ -137,6 +148,23 @@ TEST(DrawingFile, ErasedEntitiesTakeTheirRecordsAlong) {
   EXPECT_TRUE(after.db->idOfHandle(xdict).isNull());
 }
 
+// The dictionary of tables is made when the first table is saved; with every table undone, the
+// drawing saves as it was read again, but for the handle seed, which undo never takes back.
+TEST(DrawingFile, TablesAllUndoneSaveAsTheDrawingWasRead) {
+  LoadedDrawing d = load(newDrawingText());
+  Database& db = *d.db;
+  db.undo().begin(L"-ODDEFINE");
+  platform::OdTableDef definition;
+  definition.columns = {{L"ID", OdType::Integer, L"", OdValue(0)}};
+  db.createOdTable(L"Roads", definition);
+  db.undo().end();
+  EXPECT_NE(save(d).find("ZARVEL_OD_TABLES"), std::string::npos);
+  db.undoSteps(1);
+  const std::string seed = "$HANDSEED\n  5\n";
+  EXPECT_EQ(replaced(save(d), seed + platform::toUtf8(handleToText(db.nextHandle())), seed + "30"),
+            newDrawingText());
+}
+
 TEST(DrawingFile, LayerStatesAreWrittenAndTheHandleSeedAdvances) {
   LoadedDrawing d = load(newDrawingText());
   const ObjectId roads = d.db->addLayer(L"Roads");
@@ -158,21 +186,178 @@ TEST(DrawingFile, LayerStatesAreWrittenAndTheHandleSeedAdvances) {
   EXPECT_NE(text.find("ZARVEL"), std::string::npos);
 }
 
+// A database broken by a fault elsewhere is refused before the writer changes anything, with
+// the entity named, rather than crashing it or writing a file that loses the entity.
+TEST(DrawingFile, AnInconsistentDrawingIsRefusedNamingTheEntity) {
+  const ObjectId missing(1000000);
+  struct Case {
+    const char* name;
+    std::function<ObjectId(Database&)> breakOne;  // gives the broken entity
+    const char* problem;
+  };
+  const std::vector<Case> cases = {
+      {"owner",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->owner = missing;
+         return id;
+       },
+       "belongs to no block"},
+      {"layer",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->layer = missing;
+         return id;
+       },
+       "is on a layer that does not exist"},
+      {"linetype",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->setLinetype(missing);
+         return id;
+       },
+       "has a linetype that does not exist"},
+      {"block",
+       [&](Database& db) {
+         auto insert = std::make_unique<BlockReferenceEntity>();
+         insert->block = missing;
+         return db.addEntity(std::move(insert), db.modelSpace());
+       },
+       "refers to a block that does not exist"},
+      {"dictionary",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modify<Entity>(id)->xdict = missing;
+         return id;
+       },
+       "has an extension dictionary that does not exist"},
+      {"table",
+       [&](Database& db) {
+         const ObjectId id = addLine(db, 0);
+         db.modifyOdRecords(id)->append(7, {OdValue(1)});
+         return id;
+       },
+       "carries Object Data of a table that does not exist"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    LoadedDrawing d = load(newDrawingText());
+    addObjectData(*d.db);
+    const ObjectId broken = c.breakOne(*d.db);
+    const Entity& e = *d.db->entity(broken);
+    const std::string named = "the " + platform::toUtf8(typeName(e)) + " " +
+                              platform::toUtf8(handleToText(e.handle)) + " " + c.problem;
+    const Handle seed = d.db->nextHandle();
+    const std::uint64_t objects = d.db->idCount();
+    try {
+      save(d);
+      ADD_FAILURE() << "saved";
+    } catch (const InconsistentDrawing& error) {
+      EXPECT_NE(std::string(error.what()).find(named), std::string::npos) << error.what();
+    }
+    EXPECT_EQ(d.db->nextHandle(), seed);
+    EXPECT_EQ(d.db->idCount(), objects);
+  }
+}
+
+TEST(DrawingFile, AnEntityReadFromTheEntitiesSectionGoesWithTheBlockItIsMovedTo) {
+  LoadedDrawing d = load(newDrawingText());
+  addLine(*d.db, 0);
+  LoadedDrawing read = load(save(d));
+  Database& db = *read.db;
+  const ObjectId line = db.blockEntities(db.modelSpace()).front();
+  db.moveToBlock(line, db.addBlock(L"B", {}));
+  const std::string text = save(read);
+  // Inside the block's definition, which comes before the entities.
+  EXPECT_LT(text.find("AcDbLine"), text.find("\nENTITIES\n"));
+  LoadedDrawing again = load(text);
+  EXPECT_TRUE(again.db->blockEntities(again.db->modelSpace()).empty());
+  EXPECT_EQ(again.db->blockEntities(again.db->findBlock(L"B")).size(), 1u);
+}
+
+// New objects take handles above every handle in the file, whatever its seed says, counting
+// those the database keeps only as text (a block's end here). A file whose handles leave too
+// few above them is refused at the line of the highest.
+TEST(DrawingFile, NewHandlesLieAboveEveryHandleInUse) {
+  const std::string drawing =
+      replaced(newDrawingText(), "ENDBLK\n  5\n21\n", "ENDBLK\n  5\n7000\n");
+  const std::string seed = "$HANDSEED\n  5\n30\n";
+  for (const char* value : {"1", "7000", "FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFF00"}) {
+    SCOPED_TRACE(value);
+    LoadedDrawing d = load(replaced(drawing, seed, "$HANDSEED\n  5\n" + std::string(value) + "\n"));
+    const ObjectId a = addLine(*d.db, 0);
+    const ObjectId b = addLine(*d.db, 1);
+    const Handle first = d.db->entity(a)->handle;
+    EXPECT_EQ(first, 0x7001u);
+    EXPECT_EQ(d.db->entity(b)->handle, first + 1);
+    LoadedDrawing again = load(save(d));
+    EXPECT_EQ(again.db->nextHandle(), first + 2);
+  }
+  // A seed above the highest handle, with room, is the file's to keep.
+  LoadedDrawing kept = load(replaced(drawing, seed, "$HANDSEED\n  5\n9000\n"));
+  EXPECT_EQ(kept.db->nextHandle(), 0x9000u);
+
+  for (const char* highest : {"FFFFFFFFFFFFFFFF", "FFFFFFFF00000000"}) {
+    SCOPED_TRACE(highest);
+    const std::string text =
+        replaced(drawing, "  5\n7000\n", "  5\n" + std::string(highest) + "\n");
+    const auto refused = refusal(text);
+    EXPECT_EQ(refused.first, lineOf(text, "  5\n" + std::string(highest) + "\n"));
+    EXPECT_NE(refused.second.find(std::string("the handle ") + highest), std::string::npos)
+        << refused.second;
+  }
+}
+
 TEST(DrawingFile, MalformedFilesAreRefusedWithTheirLine) {
   const std::string good = newDrawingText();
   // The first line of the file is a group code.
   EXPECT_EQ(refusal("  0\nSECTION\nxyz\nHEADER\n").first, 3u);
   EXPECT_NE(refusal("  0\nSECTION\nxyz\nHEADER\n").second.find("xyz"), std::string::npos);
-  // Cut in the middle: the file ends inside something.
-  EXPECT_NE(refusal(good.substr(0, good.size() / 2)).second, "accepted");
-  // No EOF.
-  EXPECT_NE(refusal(replaced(good, "  0\nEOF\n", "")).second, "accepted");
-  // A version this host does not read.
-  EXPECT_NE(refusal(replaced(good, "AC1032", "AC1009")).second.find("AC1009"),
-            std::string::npos);
+  // A version this host does not read: the line of its value.
+  const std::string old = replaced(good, "AC1032", "AC1009");
+  EXPECT_EQ(refusal(old), std::make_pair(lineOf(old, "AC1009") - 1,
+                                         std::string("drawing files of version AC1009 are not "
+                                                     "supported; versions AC1015 (2000) to "
+                                                     "AC1032 (2018) are")));
   // A number that is none: the handle seed.
   const auto bad = refusal(replaced(good, "$HANDSEED\n  5\n30", "$HANDSEED\n  5\nxyz"));
   EXPECT_GT(bad.first, 0u);
+}
+
+// A file that ends too early names the line where the unended section began, and its last
+// line; one that ends after its last section, that last line.
+TEST(DrawingFile, AFileThatEndsTooEarlyIsRefusedWithALine) {
+  const std::string good = newDrawingText();
+  const auto upTo = [&](const std::string& bytes) {
+    return good.substr(0, good.find(bytes) + bytes.size());
+  };
+  const auto lastLine = [](const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+  };
+  const auto unended = [&](const std::string& section, const std::string& text,
+                           const std::string& inside) {
+    return std::make_pair(lineOf(good, "  0\nSECTION\n  2\n" + section + "\n"),
+                          "the " + section +
+                              " section that begins here has no ENDSEC: the file ends at line " +
+                              std::to_string(lastLine(text)) + inside);
+  };
+  const std::string noEof = replaced(good, "  0\nEOF\n", "");
+  const std::string inHeader = upTo("$ACADVER\n  1\nAC1032\n");
+  const std::string inTable = upTo("  0\nTABLE\n  2\nLAYER\n");
+  const std::string inEntities = upTo("  2\nENTITIES\n");
+  const std::vector<std::pair<std::string, std::pair<std::size_t, std::string>>> cases = {
+      {"", {1, "the file is empty"}},
+      {noEof, {lastLine(noEof), "the file ends here without its end of file marker (EOF)"}},
+      {"  0\nSECTION\n",
+       {1, "the section that begins here has no ENDSEC: the file ends at line 2, inside its name"}},
+      {inHeader, unended("HEADER", inHeader, ", inside the header")},
+      {inTable, unended("TABLES", inTable, "")},
+      {inEntities, unended("ENTITIES", inEntities, ", inside the entities")},
+  };
+  for (const auto& [text, expected] : cases) {
+    SCOPED_TRACE(text.substr(text.size() > 40 ? text.size() - 40 : 0));
+    EXPECT_EQ(refusal(text), expected);
+  }
 }
 
 TEST(DrawingFile, ARecordOutsideItsTableIsKeptAsTextThere) {
@@ -181,7 +366,9 @@ TEST(DrawingFile, ARecordOutsideItsTableIsKeptAsTextThere) {
   std::ifstream in(std::string(FIXTURES_DIR) + "/fuzz_layer_in_vport.dxf", std::ios::binary);
   const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   ASSERT_FALSE(text.empty());
-  EXPECT_NE(refusal(text).second.find("no layers"), std::string::npos);
+  const auto refused = refusal(text);
+  EXPECT_NE(refused.second.find("no layers"), std::string::npos);
+  EXPECT_EQ(refused.first, lineOf(text, "  0\nEOF"));
 }
 
 TEST(DrawingFile, ASectionThatComesTwiceIsRefused) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,6 +13,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <limits>
 #include <string>
@@ -617,10 +619,17 @@ TEST_F(FileTest, SaveCreatesAndReplaces) {
   EXPECT_EQ(entries(), std::vector<std::string>{"drawing.dxf"});
 }
 
-TEST_F(FileTest, SaveKeepsPermissionsAndFollowsLinks) {
+TEST_F(FileTest, SaveKeepsOwnerPermissionsAndLinks) {
   const fs::path target = dir_ / "drawing.dxf";
   writeText(target, "old");
-  ::chmod(target.c_str(), 0640);
+  // Another user's file, as root saves it for them; the owner goes before the mode, since a
+  // change of owner clears the set-group-id bit.
+  const bool root = ::geteuid() == 0;
+  const uid_t nobody = 65534;
+  if (root) {
+    ASSERT_EQ(::chown(target.c_str(), nobody, nobody), 0);
+  }
+  ASSERT_EQ(::chmod(target.c_str(), root ? 02640 : 0640), 0);
   const fs::path link = dir_ / "link.dxf";
   fs::create_symlink(target, link);
   EXPECT_EQ(writeFileAtomically(link, "new"), std::nullopt);
@@ -628,7 +637,66 @@ TEST_F(FileTest, SaveKeepsPermissionsAndFollowsLinks) {
   EXPECT_EQ(readText(target), "new");
   struct stat info {};
   ASSERT_EQ(::stat(target.c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 0777, 0640u);
+  EXPECT_EQ(info.st_mode & 07777, root ? 02640u : 0640u);
+  if (root) {
+    EXPECT_EQ(info.st_uid, nobody);
+    EXPECT_EQ(info.st_gid, nobody);
+  }
+
+  // A link that points nowhere, relative to its own folder: the file it names is made.
+  fs::create_directory(dir_ / "sub");
+  const fs::path dangling = dir_ / "sub" / "dangling.dxf";
+  fs::create_symlink("../made.dxf", dangling);
+  EXPECT_EQ(writeFileAtomically(dangling, "made"), std::nullopt);
+  EXPECT_TRUE(fs::is_symlink(dangling));
+  EXPECT_EQ(readText(dir_ / "made.dxf"), "made");
+}
+
+// What a save must not replace is refused before anything is written, naming the file and why.
+TEST_F(FileTest, SaveRefusesTargetsThatAreNoWritableRegularFile) {
+  struct Case {
+    const char* name;
+    std::function<bool(const fs::path&)> make;  // false: cannot be made here
+    const char* reason;
+  };
+  const std::vector<Case> cases = {
+      {"pipe", [](const fs::path& p) { return ::mkfifo(p.c_str(), 0644) == 0; }, "pipe"},
+      {"device",
+       [](const fs::path& p) { return ::mknod(p.c_str(), S_IFCHR | 0666, makedev(1, 3)) == 0; },
+       "device"},
+      {"folder", [](const fs::path& p) { return fs::create_directory(p); }, "directory"},
+      {"read-only",
+       [](const fs::path& p) {
+         writeText(p, "precious");
+         return ::chmod(p.c_str(), 0444) == 0;
+       },
+       ::geteuid() == 0 ? "read-only" : std::strerror(EACCES)},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const fs::path target = dir_ / c.name;
+    if (!c.make(target)) continue;  // devices need root
+    struct stat before {};
+    ASSERT_EQ(::lstat(target.c_str(), &before), 0);
+    // Through a link too: the link's target is what is refused.
+    const fs::path link = dir_ / (std::string(c.name) + ".link");
+    fs::create_symlink(target, link);
+    for (const fs::path& path : {target, link}) {
+      const auto error = writeFileAtomically(path, "replacement");
+      ASSERT_TRUE(error);
+      EXPECT_NE(error->find("'" + path.string() + "'"), std::string::npos) << *error;
+      EXPECT_NE(error->find(c.reason), std::string::npos) << *error;
+    }
+    struct stat after {};
+    ASSERT_EQ(::lstat(target.c_str(), &after), 0);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    if (S_ISREG(after.st_mode)) {
+      EXPECT_EQ(readText(target), "precious");
+    }
+  }
+  // Nothing left behind: only the targets and their links.
+  EXPECT_EQ(entries().size(), 2 * cases.size() - (::geteuid() == 0 ? 0 : 2));
 }
 
 TEST_F(FileTest, SaveIntoMissingDirectoryFails) {
@@ -692,19 +760,6 @@ TEST_F(FileTest, FailedWriteRemovesTheTemporaryFile) {
   EXPECT_NE(error->find(target.string()), std::string::npos) << *error;
   EXPECT_NE(error->find(std::strerror(EFBIG)), std::string::npos) << *error;
   EXPECT_EQ(readText(target), "precious");
-  EXPECT_EQ(entries(), std::vector<std::string>{"drawing.dxf"});
-}
-
-// A rename that fails (the target is a directory): nothing is left behind.
-TEST_F(FileTest, FailedRenameRemovesTheTemporaryFile) {
-  const fs::path target = dir_ / "drawing.dxf";
-  fs::create_directory(target);
-  writeText(target / "inside", "x");
-  const auto error = writeFileAtomically(target, "data");
-  ASSERT_TRUE(error);
-  EXPECT_NE(error->find(target.string()), std::string::npos) << *error;
-  EXPECT_TRUE(fs::is_directory(target));
-  EXPECT_EQ(readText(target / "inside"), "x");
   EXPECT_EQ(entries(), std::vector<std::string>{"drawing.dxf"});
 }
 

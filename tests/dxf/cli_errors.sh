@@ -21,10 +21,13 @@ status=$?
 grep -q "^Error: bad.dxf:5: " stderr.txt || fail "no line-numbered error: $(cat stderr.txt)"
 [[ ! -s stdout.txt && ! -e out.dxf ]] || fail "a script ran on a drawing that did not open"
 
-# Cut short in the middle.
+# Cut short in the middle of a line, and after a whole one: either way the error names a line.
 head -c 2000 good.dxf >short.dxf
 "$zarvel" short.dxf -s draw.scr >/dev/null 2>stderr.txt && fail "a truncated drawing opened"
-grep -q "^Error: short.dxf" stderr.txt || fail "no error for a truncated drawing: $(cat stderr.txt)"
+grep -q "^Error: short.dxf:[0-9][0-9]*: " stderr.txt || fail "no line for a truncated drawing: $(cat stderr.txt)"
+grep -v '^EOF$' good.dxf | head -n -1 >noeof.dxf
+"$zarvel" noeof.dxf -s draw.scr >/dev/null 2>stderr.txt && fail "a drawing without EOF opened"
+grep -q "^Error: noeof.dxf:$(wc -l <noeof.dxf): " stderr.txt || fail "not the last line: $(cat stderr.txt)"
 
 # A save into a folder that is not there fails, and says so.
 "$zarvel" good.dxf -s draw.scr -o missing/out.dxf >/dev/null 2>stderr.txt

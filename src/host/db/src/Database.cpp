@@ -185,10 +185,19 @@ ObjectId Database::addLayer(const std::wstring& name) {
   return id;
 }
 
-ObjectId Database::findBlock(const std::wstring& name) const {
+std::vector<ObjectId> Database::blockIds() const {
+  std::vector<ObjectId> ids;
+  ids.reserve(blockIds_.size());
   for (ObjectId id : blockIds_) {
     const BlockRecord* b = get<BlockRecord>(id);
-    if (b != nullptr && !b->erased && platform::equalsIgnoreCase(b->name, name)) return id;
+    if (b != nullptr && !b->erased) ids.push_back(id);
+  }
+  return ids;
+}
+
+ObjectId Database::findBlock(const std::wstring& name) const {
+  for (ObjectId id : blockIds()) {
+    if (platform::equalsIgnoreCase(get<BlockRecord>(id)->name, name)) return id;
   }
   return {};
 }

@@ -58,14 +58,57 @@ int writeAll(int fd, std::string_view data) {
   return 0;
 }
 
-// The file a save should replace: a symbolic link is followed so that the link survives.
-std::filesystem::path saveTarget(const std::filesystem::path& path) {
-  std::error_code error;
-  if (std::filesystem::is_symlink(path, error)) {
-    std::filesystem::path resolved = std::filesystem::canonical(path, error);
-    if (!error) return resolved;
+// The file a save should replace: symbolic links are followed, each relative to the folder of
+// the link, so that the links survive; one that points nowhere leads to the file to create.
+std::filesystem::path saveTarget(const std::filesystem::path& path, int& error) {
+  constexpr int kMaxLinks = 40;  // as the system's own limit, so that a loop ends
+  std::filesystem::path target = path;
+  for (int followed = 0;; ++followed) {
+    struct stat info {};
+    if (::lstat(target.c_str(), &info) != 0 || !S_ISLNK(info.st_mode)) return target;
+    if (followed == kMaxLinks) {
+      error = ELOOP;
+      return target;
+    }
+    std::error_code readError;
+    const std::filesystem::path next = std::filesystem::read_symlink(target, readError);
+    if (readError) {
+      error = readError.value();
+      return target;
+    }
+    target = next.is_absolute() ? next : target.parent_path() / next;
   }
-  return path;
+}
+
+// Why a save must not replace what stands at the target, if it must not: only a regular file
+// is replaced, and a read-only one is not. As root, access(2) allows every write, so the mode's
+// write bits decide; any other user is asked about as the system would ask.
+std::optional<std::string> refusalOf(const std::filesystem::path& target, const struct stat& info) {
+  if (S_ISDIR(info.st_mode)) return std::string("it is a directory");
+  if (S_ISFIFO(info.st_mode)) return std::string("it is a pipe, not a regular file");
+  if (S_ISCHR(info.st_mode) || S_ISBLK(info.st_mode)) {
+    return std::string("it is a device, not a regular file");
+  }
+  if (!S_ISREG(info.st_mode)) return std::string("it is not a regular file");
+  if (::geteuid() == 0) {
+    if ((info.st_mode & 0222) == 0) return std::string("the file is read-only");
+  } else if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0 && errno == EACCES) {
+    return std::string(std::strerror(EACCES));
+  }
+  return std::nullopt;
+}
+
+// The existing file's owner and permissions, given to its replacement. The owner goes first:
+// a change of owner clears the set-user-id and set-group-id bits that the mode then restores.
+int keepOwnerAndMode(int fd, const struct stat& existing) {
+  struct stat made {};
+  if (::fstat(fd, &made) != 0) return errno;
+  if ((made.st_uid != existing.st_uid || made.st_gid != existing.st_gid) &&
+      ::fchown(fd, existing.st_uid, existing.st_gid) != 0) {
+    return errno;
+  }
+  if (::fchmod(fd, existing.st_mode & 07777) != 0) return errno;
+  return 0;
 }
 
 // Creates the temporary file: the target's name, a dot prefix so that it stays out of listings,
@@ -91,7 +134,18 @@ int createTemporary(const std::filesystem::path& target, std::filesystem::path& 
 
 std::optional<std::string> writeFileAtomically(const std::filesystem::path& path,
                                                std::string_view data) {
-  const std::filesystem::path target = saveTarget(path);
+  int linkError = 0;
+  const std::filesystem::path target = saveTarget(path, linkError);
+  if (linkError != 0) return failure("cannot follow the link", path, linkError);
+  struct stat existing {};
+  const bool exists = ::stat(target.c_str(), &existing) == 0;
+  if (exists) {
+    if (auto refusal = refusalOf(target, existing)) {
+      std::string named = "'" + path.string() + "'";
+      if (target != path) named += " (a link to '" + target.string() + "')";
+      return "cannot save over " + named + ": " + *refusal;
+    }
+  }
   std::filesystem::path temporary;
   int createError = 0;
   FileDescriptor file(createTemporary(target, temporary, createError));
@@ -101,10 +155,9 @@ std::optional<std::string> writeFileAtomically(const std::filesystem::path& path
     ::unlink(temporary.c_str());
     return failure(what, path, error);
   };
-  struct stat existing {};
-  if (::stat(target.c_str(), &existing) == 0 && S_ISREG(existing.st_mode)) {
-    if (::fchmod(file.get(), existing.st_mode & 07777) != 0) {
-      return abandon("cannot set the permissions to save", errno);
+  if (exists) {
+    if (const int error = keepOwnerAndMode(file.get(), existing)) {
+      return abandon("cannot keep the owner and permissions of", error);
     }
   }
   if (const int error = writeAll(file.get(), data)) return abandon("cannot write", error);

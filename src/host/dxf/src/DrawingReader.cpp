@@ -5,6 +5,7 @@
 #include "host/dxf/DrawingReader.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -15,6 +16,7 @@
 #include "KeptText.h"
 #include "ObjectDataXrecords.h"
 #include "TagReader.h"
+#include "host/db/PortDrawing.h"
 #include "host/dxf/ParseError.h"
 #include "platform/Text.h"
 
@@ -56,12 +58,15 @@ class Reader : public ReadContext {
 
  private:
   Tag nextTag(const char* what);
+  ParseError endOfFile(const char* what) const;
   Tag expectCode(int code, const char* what);
   SourceSpan spanFrom(std::size_t offset) const {
     return {offset, static_cast<std::uint32_t>(tags_.position().offset - offset)};
   }
   // Reads the tags up to the next group-0 tag.
   void readBody(std::vector<Tag>& into);
+  void noteHandle(const Tag& tag);
+  Handle firstNewHandle() const;
   void skipToEndOfSection();
   void reportProgress();
 
@@ -81,7 +86,15 @@ class Reader : public ReadContext {
   const ProgressFunction& progress_;
   std::unique_ptr<Database> db_;
   FileImagePtr image_;
+  // The section being read, for a file that ends inside it: where it began and its name.
+  std::size_t sectionLine_ = 0;
+  std::string_view sectionName_;
+  // Where the file ends, for what is missing from the whole drawing.
+  std::size_t eofLine_ = 0;
   Handle headerSeed_ = 0;
+  // The highest handle of any object or sub-entity, and its line.
+  Handle highestHandle_ = 0;
+  std::size_t highestHandleLine_ = 0;
   std::string currentLayerRaw_;
   std::wstring currentLayerName_;
   std::unordered_map<std::wstring, ObjectId> layers_;  // lower-cased names
@@ -122,8 +135,19 @@ ObjectId Reader::block(std::wstring_view name) {
 
 Tag Reader::nextTag(const char* what) {
   auto tag = tags_.next();
-  if (!tag) throw ParseError(0, std::string("the file ends inside ") + what);
+  if (!tag) throw endOfFile(what);
   return *tag;
+}
+
+// A file that ends too early is refused at the line where the unended section began, since that
+// is what to look at; the message gives the last line too.
+ParseError Reader::endOfFile(const char* what) const {
+  std::string where = "the file ends at line " + std::to_string(tags_.lastLine());
+  if (what != nullptr) where += std::string(", inside ") + what;
+  if (sectionLine_ == 0) return ParseError(tags_.lastLine(), where);
+  const std::string section =
+      sectionName_.empty() ? "the section" : "the " + std::string(sectionName_) + " section";
+  return ParseError(sectionLine_, section + " that begins here has no ENDSEC: " + where);
 }
 
 Tag Reader::expectCode(int code, const char* what) {
@@ -141,13 +165,37 @@ void Reader::readBody(std::vector<Tag>& into) {
   for (;;) {
     const TagReader::Position before = tags_.position();
     auto tag = tags_.next();
-    if (!tag) throw ParseError(0, "the file ends without an end of section");
+    if (!tag) throw endOfFile(nullptr);
     if (tag->code == 0) {
       tags_.seek(before);
       return;
     }
+    if (tag->code == 5 || tag->code == 105) noteHandle(*tag);
     into.push_back(*tag);
   }
+}
+
+// Every body passes here, so the handles of what the database keeps only as text (vertices,
+// block ends, xrecords) count as much as those of its objects.
+void Reader::noteHandle(const Tag& tag) {
+  const std::optional<Handle> handle = parseHandle(tag.value);
+  if (handle && *handle > highestHandle_) {
+    highestHandle_ = *handle;
+    highestHandleLine_ = tag.line;
+  }
+}
+
+// New objects take handles above every handle in use: from the file's seed when it lies above
+// them, else from right above the highest. A session makes far fewer than 2^32 objects, so a
+// start with that much room above it can never run out of handles and wrap around to ones in use.
+Handle Reader::firstNewHandle() const {
+  constexpr Handle kLast = std::numeric_limits<Handle>::max();
+  constexpr Handle kRoom = Handle{1} << 32;
+  if (headerSeed_ > highestHandle_ && kLast - headerSeed_ >= kRoom) return headerSeed_;
+  if (kLast - highestHandle_ > kRoom) return highestHandle_ + 1;
+  throw ParseError(highestHandleLine_, "the handle " +
+                                           platform::toUtf8(handleToText(highestHandle_)) +
+                                           " leaves too few handles above it for new objects");
 }
 
 void Reader::reportProgress() {
@@ -170,6 +218,7 @@ LoadedDrawing Reader::run() {
   std::size_t partStart = 0;
   std::unordered_set<std::string> sectionsSeen;
   bool sawEof = false;
+  if (tags_.atEnd()) throw ParseError(1, "the file is empty");
   while (auto tag = tags_.next()) {
     if (tag->code == 999) continue;  // comments stay in the text of the part they precede
     if (tag->code != 0) {
@@ -181,13 +230,17 @@ LoadedDrawing Reader::run() {
       part.text = {partStart, static_cast<std::uint32_t>(text_->size() - partStart)};
       image_->parts.push_back(part);
       sawEof = true;
+      eofLine_ = tag->line;
       break;
     }
     if (tag->value != "SECTION") {
       throw ParseError(tag->line,
                        "a section is expected, found '" + std::string(tag->value) + "'");
     }
-    const Tag name = expectCode(2, "a section's name");
+    sectionLine_ = tag->line;
+    sectionName_ = {};
+    const Tag name = expectCode(2, "its name");
+    sectionName_ = name.value;
     // Each section's objects are written back where its one section stood.
     if (!sectionsSeen.insert(std::string(name.value)).second) {
       throw ParseError(name.line, "a second " + std::string(name.value) + " section");
@@ -217,15 +270,19 @@ LoadedDrawing Reader::run() {
     if (endsec != 0) part.tail = spanFrom(endsec);
     image_->parts.push_back(part);
     partStart = tags_.position().offset;
+    sectionLine_ = 0;
     reportProgress();
   }
-  if (!sawEof) throw ParseError(0, "the file has no end of file marker (EOF)");
+  if (!sawEof) {
+    throw ParseError(tags_.lastLine(), "the file ends here without its end of file marker (EOF)");
+  }
   finish();
   return {std::move(db_), std::move(image_)};
 }
 
 std::size_t Reader::readHeader() {
   std::string version;
+  std::size_t versionLine = 0;
   std::string codePage;
   for (;;) {
     const Tag tag = nextTag("the header");
@@ -234,7 +291,10 @@ std::size_t Reader::readHeader() {
     const std::string_view variable = tag.value;
     auto value = tags_.peek();
     if (!value || value->code == 9 || value->code == 0) continue;
-    if (variable == "$ACADVER") version = std::string(value->value);
+    if (variable == "$ACADVER") {
+      version = std::string(value->value);
+      versionLine = value->line;
+    }
     if (variable == "$DWGCODEPAGE") codePage = std::string(value->value);
     if (variable == "$HANDSEED") headerSeed_ = handleOf(*value);
     if (variable == "$CLAYER") currentLayerRaw_ = std::string(value->value);
@@ -253,8 +313,11 @@ std::size_t Reader::readHeader() {
   bool supported = false;
   for (const char* v : kSupported) supported = supported || version == v;
   if (!supported) {
-    throw ParseError(0, "drawing files of version " + version +
-                            " are not supported; versions AC1015 (2000) to AC1032 (2018) are");
+    // A header without $ACADVER is older than the variable: the header is what to look at.
+    throw ParseError(versionLine != 0 ? versionLine : sectionLine_,
+                     "drawing files of version " + version +
+                         (versionLine != 0 ? "" : " (a header without $ACADVER)") +
+                         " are not supported; versions AC1015 (2000) to AC1032 (2018) are");
   }
   image_->acadVersion = version;
   if (!codePage.empty()) image_->codePage = codePage;
@@ -722,7 +785,7 @@ std::size_t Reader::readObjects() {
 
 void Reader::finish() {
   // Layers made for names the table lacked have no handle until they are saved.
-  db_->setNextHandle(headerSeed_);
+  db_->setNextHandle(firstNewHandle());
   db_->reindexHandles();
   for (const auto& [id, handle] : ownersToFind_) {
     db_->loadingObject(id)->owner = db_->idOfHandle(handle);
@@ -733,8 +796,11 @@ void Reader::finish() {
       db_->loading<BlockRecord>(anonymous)->dynamicBlock = dynamic;
     }
   }
-  if (db_->modelSpace().isNull()) throw ParseError(0, "the drawing has no model space");
-  if (db_->layerIds().empty()) throw ParseError(0, "the drawing has no layers");
+  if (db_->modelSpace().isNull()) {
+    throw ParseError(eofLine_, "the drawing ends here and has no model space (*Model_Space)");
+  }
+  if (db_->layerIds().empty())
+    throw ParseError(eofLine_, "the drawing ends here and has no layers");
   DatabaseHeader& header = db_->modifyHeader();
   auto current = layers_.find(folded(currentLayerName_));
   auto zero = layers_.find(L"0");

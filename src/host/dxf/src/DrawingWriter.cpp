@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "DrawingCheck.h"
 #include "EntityCodec.h"
 #include "FileImage.h"
 #include "GroupCodes.h"
@@ -82,6 +83,7 @@ class Writer : public WriteContext {
   void writeXrecordStart(Handle handle, Handle owner);
 
   bool alive(ObjectId id) const;
+  bool odTablesDictionaryWritten() const;
   bool writtenInEntities(ObjectId id, const Entity& e) const;
   std::vector<DictEntry> odTableEntries(const std::vector<DictEntry>& before) const;
   const FileImage::Table* table(std::string_view name) const;
@@ -303,7 +305,6 @@ void Writer::writeLayer(ObjectId id, Handle tableHandle) {
 
 void Writer::writeBlockRecord(ObjectId id, Handle tableHandle) {
   const BlockRecord& block = *db_.get<BlockRecord>(id);
-  if (block.erased) return;
   if (!block.source.empty() && !block.modified) {
     out_.writeRaw(source(block));
     return;
@@ -319,10 +320,14 @@ void Writer::writeBlockRecord(ObjectId id, Handle tableHandle) {
 // --- Blocks and entities ----------------------------------------------------------
 
 bool Writer::writtenInEntities(ObjectId id, const Entity& e) const {
+  const bool inLayout = e.owner == db_.modelSpace() || e.owner == db_.paperSpace();
   if (id.value() <= image_.loadedIdCount) {
-    return id.value() < image_.inEntitiesSection.size() && image_.inEntitiesSection[id.value()];
+    // One read there goes back there, unless it has since been moved into a block definition.
+    const bool readThere =
+        id.value() < image_.inEntitiesSection.size() && image_.inEntitiesSection[id.value()];
+    return readThere && (inLayout || !e.modified);
   }
-  return e.owner == db_.modelSpace() || e.owner == db_.paperSpace();
+  return inLayout;
 }
 
 void Writer::writeBlocks(const FileImage::Part& part) {
@@ -452,6 +457,14 @@ bool Writer::alive(ObjectId id) const {
   return true;
 }
 
+// The dictionary of Object Data tables is written while a table needs it, or because the file
+// had it: one this writer made for tables that were all undone or removed since is left out.
+bool Writer::odTablesDictionaryWritten() const {
+  const ObjectId dict = image_.odTablesDictionary;
+  if (dict.isNull()) return false;
+  return dict.value() <= image_.loadedIdCount || !db_.odTableIds().empty();
+}
+
 void Writer::writeObjects(const FileImage::Part& part) {
   out_.writeRaw(span(part.head));
   for (const FileImage::ObjectSlot& slot : image_.objects) {
@@ -544,8 +557,9 @@ void Writer::writeObject(ObjectId id) {
       const auto& dict = static_cast<const Dictionary&>(*o);
       std::vector<DictEntry> entries = dict.entries;
       if (id == image_.odTablesDictionary) {
+        if (!odTablesDictionaryWritten()) break;
         entries = odTableEntries(dict.entries);
-      } else if (id == image_.rootDictionary && !image_.odTablesDictionary.isNull()) {
+      } else if (id == image_.rootDictionary && odTablesDictionaryWritten()) {
         const bool listed = std::any_of(entries.begin(), entries.end(), [](const DictEntry& e) {
           return e.name == kOdTablesEntry;
         });
@@ -608,6 +622,9 @@ void Writer::writeOdXrecord(ObjectId dictionary) {
 }  // namespace
 
 std::string writeDrawing(Database& db, FileImage& image, const ProgressFunction& progress) {
+  if (auto problem = findInconsistency(db)) {
+    throw InconsistentDrawing("the drawing is inconsistent and was not saved: " + *problem);
+  }
   Writer writer(db, image, progress);
   return writer.run();
 }

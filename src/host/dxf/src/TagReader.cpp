@@ -2,6 +2,7 @@
 // unless an error message is built.
 #include "TagReader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -79,6 +80,12 @@ std::optional<Tag> TagReader::peek() const {
 
 bool TagReader::atEnd() const {
   return pos_.offset >= data_.size() || isTrailingFiller(data_.substr(pos_.offset));
+}
+
+std::size_t TagReader::lastLine() const {
+  const auto breaks = static_cast<std::size_t>(std::count(data_.begin(), data_.end(), '\n'));
+  const bool unended = !data_.empty() && data_.back() != '\n';
+  return std::max<std::size_t>(1, breaks + (unended ? 1 : 0));
 }
 
 std::optional<Tag> TagReader::read(Position& pos) const {

@@ -40,6 +40,8 @@ class TagReader {
   // The tag next() would yield, without moving.
   std::optional<Tag> peek() const;
   bool atEnd() const;
+  // The number of the data's last line, for what is wrong at its end: at least 1.
+  std::size_t lastLine() const;
 
   Position position() const { return pos_; }
   // Only positions this reader gave out are meaningful.

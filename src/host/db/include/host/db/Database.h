@@ -74,8 +74,8 @@ class Database {
   ObjectId modelSpace() const { return modelSpaceId_; }
   ObjectId paperSpace() const { return paperSpaceId_; }
   ObjectId findBlock(const std::wstring& name) const;
-  // Block records in table order.
-  const std::vector<ObjectId>& blockIds() const { return blockIds_; }
+  // Block records in table order; like layers, those whose creation was undone are left out.
+  std::vector<ObjectId> blockIds() const;
   // Entity ids of a block in its order, erased ones left out.
   std::vector<ObjectId> blockEntities(ObjectId block) const;
   std::size_t blockSlotCount(ObjectId block) const;

@@ -10,9 +10,11 @@ namespace host::dxf {
 
 // Writes data to a new file beside the target, flushes it to disk and renames it over the
 // target, so that the target holds either its old bytes or all the new ones. A target that is a
-// symbolic link is replaced where the link points. An existing target's permissions are kept.
-// Returns nothing on success; on failure the temporary file is removed, the target is untouched
-// and the message names the file and the system's reason.
+// symbolic link is replaced where the link points, and a link that points nowhere makes the file
+// it names. An existing target's owner and permissions are kept. A target that is not a regular
+// file (a directory, a pipe, a device) or is read-only is refused. Returns nothing on success; on
+// failure the temporary file is removed, the target is untouched and the message names the file
+// and the reason.
 std::optional<std::string> writeFileAtomically(const std::filesystem::path& path,
                                                std::string_view data);
 
