@@ -1,5 +1,6 @@
 // The geometry's speed on large inputs: the extents of a million entities of
-// mixed kinds, and the intersections of a hundred thousand overlapping pairs.
+// mixed kinds, the intersections of a hundred thousand overlapping pairs, and
+// the extents of a reference to blocks nested deep, each holding the next twice.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -126,8 +127,47 @@ void BM_IntersectionsOfOverlappingPairs(benchmark::State& state) {
   state.counters["points"] = static_cast<double>(points);
 }
 
+// Blocks nested `depth` deep under one reference, each holding two references
+// to the next: 2^depth paths to the innermost line. Turned, each level's two
+// copies turn by angles of their own, so that every path places it anew.
+void nest(Database& db, int depth, bool turned) {
+  platform::ObjectId inner = db.addBlock(L"N0", {});
+  auto line = std::make_unique<host::LineEntity>();
+  line->end = {1.0, 0.0, 0.0};
+  db.addEntity(std::move(line), inner);
+  for (int level = 1; level <= depth; ++level) {
+    const platform::ObjectId outer = db.addBlock(L"N" + std::to_wstring(level), {});
+    for (int copy = 0; copy < 2; ++copy) {
+      auto ref = std::make_unique<host::BlockReferenceEntity>();
+      ref->block = inner;
+      ref->position = {0.0, static_cast<double>(copy), 0.0};
+      if (turned) ref->rotation = 0.01 * level * (copy + 1);
+      db.addEntity(std::move(ref), outer);
+    }
+    inner = outer;
+  }
+  auto top = std::make_unique<host::BlockReferenceEntity>();
+  top->block = inner;
+  db.addEntity(std::move(top), db.modelSpace());
+}
+
+void BM_ExtentsOfNestedReferences(benchmark::State& state) {
+  Database db;
+  nest(db, static_cast<int>(state.range(0)), state.range(1) != 0);
+  const host::Entity& top = *db.entity(db.blockEntities(db.modelSpace()).front());
+  for (auto _ : state) {
+    // A change to the drawing, so that nothing kept from the last round counts.
+    db.modifyHeader();
+    benchmark::DoNotOptimize(host::geometry::extentsOf(db, top));
+  }
+}
+
 BENCHMARK(BM_ExtentsOfAMillion)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_IntersectionsOfOverlappingPairs)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_ExtentsOfNestedReferences)
+    ->ArgNames({"depth", "turned"})
+    ->ArgsProduct({{16, 20, 40}, {0, 1}})
+    ->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

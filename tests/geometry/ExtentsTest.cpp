@@ -8,6 +8,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "KeptText.h"
 #include "Splines.h"
@@ -509,6 +510,22 @@ TEST_F(ExtentsTest, MTextEntityUsesItsBox) {
 
 // --- Block references ------------------------------------------------------------
 
+// A turn about Z and a shift, composed by hand to follow references' copies.
+struct Affine3 {
+  double c = 1.0;
+  double s = 0.0;
+  Point3d t;
+  static Affine3 turn(double angle, const Point3d& shift) {
+    return {std::cos(angle), std::sin(angle), shift};
+  }
+  Point3d apply(const Point3d& p) const {
+    return {c * p.x - s * p.y + t.x, s * p.x + c * p.y + t.y, p.z + t.z};
+  }
+  Affine3 after(const Affine3& inner) const {
+    return {c * inner.c - s * inner.s, s * inner.c + c * inner.s, apply(inner.t)};
+  }
+};
+
 // Block "B", base (1,1): a line from the base 2 along X and a circle of radius 1
 // round (2,2).
 class BlockReferenceTest : public ExtentsTest {
@@ -615,6 +632,71 @@ TEST_F(BlockReferenceTest, BlocksThatContainThemselvesEnd) {
   auto self = reference(loop, {5, 5, 0});
   add(std::move(self), loop);
   EXPECT_TRUE(box(of(*reference(loop, {0, 0, 0})), {0, 0, 0}, {1, 1, 0}));
+  // Two blocks holding each other: a reference shows its own block's contents,
+  // whichever of the two it names, and none of the other's.
+  const ObjectId a = addBlock(L"A", {0, 0, 0});
+  const ObjectId b = addBlock(L"B2", {0, 0, 0});
+  add(line({0, 0, 0}, {1, 1, 0}), a);
+  add(reference(b, {10, 0, 0}), a);
+  add(line({0, 0, 0}, {-1, -1, 0}), b);
+  add(reference(a, {-10, 0, 0}), b);
+  EXPECT_TRUE(box(of(*reference(a, {0, 0, 0})), {0, 0, 0}, {1, 1, 0}));
+  EXPECT_TRUE(box(of(*reference(b, {0, 0, 0})), {-1, -1, 0}, {0, 0, 0}));
+}
+
+TEST_F(BlockReferenceTest, KeptBoxesFollowChangesUndoAndRedo) {
+  // Outer holds Inner twice; Inner holds a line. Each answer below comes after
+  // the same question was answered for the drawing as it was before.
+  const ObjectId inner = addBlock(L"Inner", {0, 0, 0});
+  const ObjectId first = add(line({0, 0, 0}, {1, 0, 0}), inner);
+  const ObjectId outer = addBlock(L"Outer", {0, 0, 0});
+  add(reference(inner, {0, 0, 0}), outer);
+  add(reference(inner, {0, 5, 0}), outer);
+  const auto top = reference(outer, {0, 0, 0});
+  EXPECT_TRUE(box(of(*top), {0, 0, 0}, {1, 5, 0}));
+
+  db.undo().begin(L"ADD");
+  add(line({0, 0, 0}, {0, -3, 0}), inner);
+  db.undo().end();
+  EXPECT_TRUE(box(of(*top), {0, -3, 0}, {1, 5, 0}));
+  db.modify<host::LineEntity>(first)->end = {7, 0, 0};
+  EXPECT_TRUE(box(of(*top), {0, -3, 0}, {7, 5, 0}));
+  db.setOpenFailure(first, true);
+  EXPECT_TRUE(box(of(*top), {0, -3, 0}, {0, 5, 0}));
+  db.setOpenFailure(first, false);
+  db.modify<host::LineEntity>(first)->end = {1, 0, 0};
+  ASSERT_EQ(db.undoSteps(1).size(), 1u);
+  EXPECT_TRUE(box(of(*top), {0, 0, 0}, {1, 5, 0}));
+  ASSERT_EQ(db.redoSteps(1).size(), 1u);
+  EXPECT_TRUE(box(of(*top), {0, -3, 0}, {1, 5, 0}));
+}
+
+TEST_F(BlockReferenceTest, DeepNestingOfManyPlacementsEndsWithABoxThatHoldsIt) {
+  // Ten levels, each holding the next twice, turned by angles of its own: a
+  // thousand and twenty-four copies of the innermost line, each placed anew.
+  constexpr int kDepth = 10;
+  std::vector<Affine3> paths{Affine3{}};
+  ObjectId inner = addBlock(L"N0", {0, 0, 0});
+  add(line({0, 0, 0}, {1, 0, 2}), inner);
+  for (int level = 1; level <= kDepth; ++level) {
+    const ObjectId outer = addBlock(L"N" + std::to_wstring(level), {0, 0, 0});
+    std::vector<Affine3> placed;
+    for (int copy = 0; copy < 2; ++copy) {
+      auto r = reference(inner, {copy * 0.5, copy * 1.0, 0});
+      r->rotation = 0.3 * level + 1.1 * copy;
+      const Affine3 step = Affine3::turn(r->rotation, r->position);
+      for (const Affine3& below : paths) placed.push_back(step.after(below));
+      add(std::move(r), outer);
+    }
+    paths = std::move(placed);
+    inner = outer;
+  }
+  const Extents e = of(*reference(inner, {0, 0, 0}));
+  ASSERT_FALSE(e.isEmpty());
+  for (const Affine3& path : paths) {
+    ASSERT_TRUE(contains(e, path.apply({0, 0, 0}), 1e-9));
+    ASSERT_TRUE(contains(e, path.apply({1, 0, 2}), 1e-9));
+  }
 }
 
 TEST_F(BlockReferenceTest, MissingBlockOrErasedContents) {

@@ -61,7 +61,7 @@ TEST_F(PrompterTest, CommandPromptTrimsAndKnowsEnterAndCancel) {
 }
 
 TEST_F(PrompterTest, StringsEndAtTheFirstBlankUnlessSpacesAreAllowed) {
-  answers("Main Street\nMain Street\n\n   \n");
+  answers("Main Street  West\nMain Street\n\n   \n  Side\n");
   EXPECT_EQ(prompter.getString(L"Layer: ", false).text, L"Main");
   EXPECT_EQ(prompter.getString(L"Text: ", true).text, L"Main Street");
   // Enter is a normal, empty answer: the host's way.
@@ -69,6 +69,14 @@ TEST_F(PrompterTest, StringsEndAtTheFirstBlankUnlessSpacesAreAllowed) {
   EXPECT_EQ(enter.status, PromptStatus::Normal);
   EXPECT_EQ(enter.text, L"");
   EXPECT_EQ(prompter.getString(L"Text: ", true).status, PromptStatus::Normal);
+  // Blanks before the word end nothing; a queued answer is echoed the same way.
+  EXPECT_EQ(prompter.getString(L"Layer: ", false).text, L"Side");
+  prompter.queueAnswers({L"Back Lane"});
+  EXPECT_EQ(prompter.getString(L"Layer: ", false).text, L"Back");
+  // The echo is what was taken; what was dropped is said.
+  EXPECT_EQ(transcript(),
+            "Layer: Main\nIgnored: Street  West\nText: Main Street\nText: \nText:    \n"
+            "Layer: Side\nLayer: Back\nIgnored: Lane\n");
 }
 
 TEST_F(PrompterTest, KeywordsAreChosenByExactNameOrUniquePrefix) {

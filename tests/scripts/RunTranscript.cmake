@@ -1,8 +1,8 @@
 # Runs one script through the program and compares the transcript with the
-# expected one. Arguments: PROGRAM, SCRIPT, EXPECTED, ACTUAL (where to keep
-# the transcript when it differs).
+# expected one. Arguments: PROGRAM, DRAWING (empty for a new drawing), SCRIPT,
+# EXPECTED, ACTUAL (where to keep the transcript when it differs).
 execute_process(
-  COMMAND ${PROGRAM} -s ${SCRIPT}
+  COMMAND ${PROGRAM} ${DRAWING} -s ${SCRIPT}
   OUTPUT_VARIABLE transcript
   ERROR_VARIABLE errors
   RESULT_VARIABLE status)

@@ -73,6 +73,7 @@ DbObject* Database::objectForWrite(ObjectId id) {
   if (id.isNull() || id.value() > objects_.size()) return nullptr;
   DbObject* o = slot(id).get();
   if (o == nullptr) return nullptr;
+  ++generation_;
   if (undo_.recording() && o->undoStamp != undo_.stamp()) {
     o->undoStamp = undo_.stamp();
     undo_.save(id, *o);
@@ -84,6 +85,7 @@ DbObject* Database::objectForWrite(ObjectId id) {
 ObjectId Database::addObject(std::unique_ptr<DbObject> object) {
   object->handle = handleSeed_++;
   object->undoStamp = undo_.stamp();
+  ++generation_;
   objects_.push_back(std::move(object));
   const ObjectId id(objects_.size());
   handleIndex_.add(objects_.back()->handle, id);
@@ -94,6 +96,7 @@ ObjectId Database::addObject(std::unique_ptr<DbObject> object) {
 ObjectId Database::addLoaded(std::unique_ptr<DbObject> object) {
   if (object->handle >= handleSeed_) handleSeed_ = object->handle + 1;
   const ObjectType type = object->type();
+  ++generation_;
   objects_.push_back(std::move(object));
   const ObjectId id(objects_.size());
   DbObject& o = *objects_.back();
@@ -279,6 +282,7 @@ void Database::eraseEntity(ObjectId id) {
 }
 
 void Database::setOpenFailure(ObjectId id, bool fails) {
+  ++generation_;
   if (fails) {
     openFailures_.insert(id);
   } else {
@@ -304,6 +308,7 @@ std::vector<std::wstring> Database::undoSteps(int count) {
   }
   handleIndex_.clear();
   bumpOdGeneration();
+  ++generation_;
   return names;
 }
 
@@ -319,6 +324,7 @@ std::vector<std::wstring> Database::redoSteps(int count) {
   }
   handleIndex_.clear();
   bumpOdGeneration();
+  ++generation_;
   return names;
 }
 

@@ -75,6 +75,13 @@ std::wstring_view trimBlanks(std::wstring_view text) {
   return text;
 }
 
+FirstWord splitFirstWord(std::wstring_view text) {
+  text = trimBlanks(text);
+  std::size_t end = 0;
+  while (end < text.size() && !isBlank(text[end])) ++end;
+  return {text.substr(0, end), trimBlanks(text.substr(end))};
+}
+
 bool isCancelAnswer(std::wstring_view answer) {
   const std::wstring_view word = trimBlanks(answer);
   return platform::equalsIgnoreCase(word, L"*Cancel*") || platform::equalsIgnoreCase(word, L"^C");

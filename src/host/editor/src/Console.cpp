@@ -1,6 +1,7 @@
 // The script console: answers from a stream, prompts and answers echoed.
 #include "host/editor/Console.h"
 
+#include "host/editor/AnswerParsing.h"
 #include "platform/Text.h"
 
 namespace host {
@@ -26,7 +27,8 @@ bool isComment(const std::string& line) {
 }  // namespace
 
 std::optional<std::wstring> ScriptConsole::read(const std::wstring& prompt,
-                                                const std::vector<std::wstring>& /*completions*/) {
+                                                const std::vector<std::wstring>& /*completions*/,
+                                                Answers answers) {
   // Whatever a command printed so far belongs before this prompt, also when
   // the transcript is interleaved with messages on another stream.
   out_.flush();
@@ -45,7 +47,9 @@ std::optional<std::wstring> ScriptConsole::read(const std::wstring& prompt,
   std::wstring answer = platform::fromUtf8(line);
   // Echo the decoded answer so that a transcript is valid UTF-8 even when the
   // script was not.
-  out_ << platform::toUtf8(prompt + answer) << '\n';
+  const std::wstring echo =
+      answers == Answers::Word ? std::wstring(splitFirstWord(answer).word) : answer;
+  out_ << platform::toUtf8(prompt + echo) << '\n';
   return answer;
 }
 

@@ -24,15 +24,18 @@ std::wstring keywordPrompt(const std::wstring& message, const Keywords& keywords
   return prompt;
 }
 
-platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions) {
+platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions,
+                                    Console::Answers answers) {
   std::optional<std::wstring> line;
   if (!queued_.empty()) {
     // An answer a command call gave beforehand, shown as if typed.
     line = queued_.front();
     queued_.pop_front();
-    console_.print(prompt + *line + L"\n");
+    const std::wstring_view echo =
+        answers == Console::Answers::Word ? splitFirstWord(*line).word : std::wstring_view(*line);
+    console_.print(prompt + std::wstring(echo) + L"\n");
   } else {
-    line = console_.readAnswer(prompt, completions);
+    line = console_.readAnswer(prompt, completions, answers);
   }
   if (!line) {
     // A script that stops in the middle of a command reads as a cancel of it.
@@ -64,12 +67,15 @@ std::optional<platform::StringReply> Prompter::getCommand(const std::wstring& pr
 }
 
 platform::StringReply Prompter::getString(const std::wstring& prompt, bool allowSpaces) {
-  platform::StringReply reply = ask(prompt);
+  platform::StringReply reply =
+      ask(prompt, {}, allowSpaces ? Console::Answers::Line : Console::Answers::Word);
   if (reply.status == PromptStatus::None) return {PromptStatus::Normal, {}};
   if (reply.status == PromptStatus::Normal && !allowSpaces) {
-    std::size_t end = 0;
-    while (end < reply.text.size() && !isBlank(reply.text[end])) ++end;
-    reply.text.resize(end);
+    // A blank ends a name, as the space bar does at the host's prompts; what
+    // follows is said to be ignored rather than lost without a word.
+    const FirstWord split = splitFirstWord(reply.text);
+    if (!split.rest.empty()) console_.print(L"Ignored: " + std::wstring(split.rest) + L"\n");
+    reply.text = std::wstring(split.word);
   }
   return reply;
 }

@@ -124,8 +124,10 @@ void TerminalConsole::showCancelled(const std::wstring& prompt) {
   out_.flush();
 }
 
+// The user sees the line as typed, whatever part of it answers.
 std::optional<std::wstring> TerminalConsole::read(const std::wstring& prompt,
-                                                  const std::vector<std::wstring>& completions) {
+                                                  const std::vector<std::wstring>& completions,
+                                                  Answers /*answers*/) {
   // Earlier lines of a prompt go out as text; the editor redraws only the last.
   const std::size_t feed = prompt.rfind(L'\n');
   if (feed != std::wstring::npos) out_ << platform::toUtf8(prompt.substr(0, feed + 1));

@@ -1,15 +1,20 @@
 // Extents of every kind of entity. Each kind adds its points and its arcs to a
 // box through the placement of the block references it sits in, so that a
 // rotated or scaled copy gets the extents of the copy itself, not of a box
-// turned round: arcs and ellipses stay exact under any such placement.
+// turned round: arcs and ellipses stay exact under any such placement. A
+// block's box under a map is worked out once and kept with the drawing, so a
+// block reached by many paths costs no more than one reached by one.
 #include "host/geometry/Extents.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 #include "Acis.h"
+#include "BlockCache.h"
 #include "HatchBoundary.h"
+#include "Placement.h"
 #include "Splines.h"
 #include "host/geometry/Ocs.h"
 
@@ -18,48 +23,6 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 constexpr double kTwoPi = 2.0 * kPi;
-// Deeper nesting than this is taken for a drawing that refers to itself.
-constexpr int kMaxDepth = 32;
-
-// p -> m p + t.
-struct Affine {
-  double m[3][3] = {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}};
-  Point3d t;
-
-  Point3d linear(const Point3d& v) const {
-    return {m[0][0] * v.x + m[0][1] * v.y + m[0][2] * v.z,
-            m[1][0] * v.x + m[1][1] * v.y + m[1][2] * v.z,
-            m[2][0] * v.x + m[2][1] * v.y + m[2][2] * v.z};
-  }
-  Point3d apply(const Point3d& p) const { return plus(linear(p), t); }
-  // This placement after the inner one.
-  Affine after(const Affine& inner) const {
-    Affine r;
-    for (int i = 0; i < 3; ++i) {
-      for (int j = 0; j < 3; ++j) {
-        r.m[i][j] = m[i][0] * inner.m[0][j] + m[i][1] * inner.m[1][j] + m[i][2] * inner.m[2][j];
-      }
-    }
-    r.t = apply(inner.t);
-    return r;
-  }
-  static Affine columns(const Point3d& x, const Point3d& y, const Point3d& z) {
-    Affine a;
-    const Point3d cols[3] = {x, y, z};
-    for (int j = 0; j < 3; ++j) {
-      a.m[0][j] = cols[j].x;
-      a.m[1][j] = cols[j].y;
-      a.m[2][j] = cols[j].z;
-    }
-    return a;
-  }
-  static Affine translation(const Point3d& v) {
-    Affine a;
-    a.t = v;
-    return a;
-  }
-};
-
 double coordinate(const Point3d& p, int axis) {
   return axis == 0 ? p.x : axis == 1 ? p.y : p.z;
 }
@@ -83,11 +46,24 @@ bool withinSweep(double angle, double start, double sweep) {
   return d <= sweep;
 }
 
+// What a block reference waits for: the box of a block's contents under a
+// linear map, to be worked out before the reference is collected again.
+struct Pending {
+  ObjectId block;
+  Affine linear;
+};
+
 class Collector {
  public:
-  Collector(const Database& db, platform::Extents& box) : db_(db), box_(box) {}
+  // The holder is the block whose contents are collected; none for an entity
+  // asked about on its own.
+  Collector(const Database& db, platform::Extents& box, ObjectId holder = {})
+      : db_(db), box_(box), holder_(holder) {}
 
-  void entity(const Entity& e, const Affine& place, int depth);
+  void entity(const Entity& e, const Affine& place);
+  // Set when a reference met a box not yet worked out: what was collected
+  // then falls short, and is collected again once the box is known.
+  const std::optional<Pending>& pending() const { return pending_; }
 
  private:
   void point(const Point3d& p, const Affine& place) {
@@ -110,14 +86,16 @@ class Collector {
   void textCorners(const TextBox& box, const Affine& place) {
     for (const Point3d& p : box.corners) point(p, place);
   }
-  void reference(const BlockReferenceEntity& r, const Affine& place, int depth);
-  void pieces(const std::vector<std::unique_ptr<Entity>>& parts, const Affine& place, int depth) {
-    for (const auto& part : parts) entity(*part, place, depth);
+  void reference(const BlockReferenceEntity& r, const Affine& place);
+  std::optional<platform::Extents> placedContents(ObjectId block, const Affine& copy);
+  void pieces(const std::vector<std::unique_ptr<Entity>>& parts, const Affine& place) {
+    for (const auto& part : parts) entity(*part, place);
   }
 
   const Database& db_;
   platform::Extents& box_;
-  std::vector<ObjectId> open_;  // the blocks being expanded, outermost first
+  ObjectId holder_;
+  std::optional<Pending> pending_;
 };
 
 // The curve c + u cos a + v sin a for a from start over the sweep, placed: the
@@ -302,7 +280,7 @@ void Collector::spline(const SplineEntity& s, const Affine& place) {
   }
 }
 
-void Collector::entity(const Entity& e, const Affine& place, int depth) {
+void Collector::entity(const Entity& e, const Affine& place) {
   switch (e.kind()) {
     case EntityKind::Point:
       point(static_cast<const PointEntity&>(e).position, place);
@@ -388,14 +366,14 @@ void Collector::entity(const Entity& e, const Affine& place, int depth) {
       textCorners(mtextBox(static_cast<const MTextEntity&>(e)), place);
       return;
     case EntityKind::BlockReference:
-      reference(static_cast<const BlockReferenceEntity&>(e), place, depth);
+      reference(static_cast<const BlockReferenceEntity&>(e), place);
       return;
     case EntityKind::Hatch:
-      pieces(hatchBoundary(db_.hatchPaths(e)), place, depth);
+      pieces(hatchBoundary(db_.hatchPaths(e)), place);
       return;
     case EntityKind::Region:
     case EntityKind::Solid3d:
-      pieces(acisOutline(db_.acisText(e)), place, depth);
+      pieces(acisOutline(db_.acisText(e)), place);
       return;
     case EntityKind::Unknown:
       // A kind the host does not model: the points its text holds (groups
@@ -410,68 +388,105 @@ void Collector::textPoints(const TextPoints& text, const Affine& place) {
   for (const Point3d& p : text.points) point(text.normal ? ocs.toWorld(p) : p, place);
 }
 
-// A reference places its block: the block's base point to the origin, scaled,
-// turned about Z, moved to the insertion point, all in the reference's plane.
 // The copies of an array differ from the first by a shift alone, so the
 // corner copies' shifts of the first copy's box give the whole array's.
-void Collector::reference(const BlockReferenceEntity& r, const Affine& place, int depth) {
+void Collector::reference(const BlockReferenceEntity& r, const Affine& place) {
   for (ObjectId id : r.attributes) {
     const Entity* a = db_.openEntity(id);
-    if (a != nullptr && a->kind() == EntityKind::Attribute) entity(*a, place, depth + 1);
+    if (a != nullptr && a->kind() == EntityKind::Attribute) entity(*a, place);
   }
-  const auto* block = db_.get<BlockRecord>(r.block);
-  if (block == nullptr || depth >= kMaxDepth ||
-      std::find(open_.begin(), open_.end(), r.block) != open_.end()) {
-    return;
-  }
-  const Ocs ocs(r.normal);
-  const double c = std::cos(r.rotation);
-  const double s = std::sin(r.rotation);
-  Affine turn;
-  turn.m[0][0] = c;
-  turn.m[0][1] = -s;
-  turn.m[1][0] = s;
-  turn.m[1][1] = c;
-  Affine scale;
-  scale.m[0][0] = r.scale.x;
-  scale.m[1][1] = r.scale.y;
-  scale.m[2][2] = r.scale.z;
-  const Affine plane = place.after(Affine::columns(ocs.xAxis(), ocs.yAxis(), ocs.zAxis()));
-  const Affine toPlane = plane.after(Affine::translation(r.position)).after(turn);
-  const Affine copy = toPlane.after(scale).after(Affine::translation(scaled(block->basePoint, -1)));
-
-  platform::Extents first;
-  Collector inner(db_, first);
-  inner.open_ = open_;
-  inner.open_.push_back(r.block);
-  for (ObjectId id : db_.blockEntities(r.block)) {
-    const Entity* e = db_.openEntity(id);
-    if (e == nullptr) continue;
-    // Definitions show through their attributes, unless constant.
-    if (e->kind() == EntityKind::AttributeDefinition &&
-        (static_cast<const AttributeDefinitionEntity*>(e)->flags & 2) == 0) {
-      continue;
-    }
-    inner.entity(*e, copy, depth + 1);
-  }
-  if (first.isEmpty()) return;
+  if (!BlockCache::of(db_).shows(db_, holder_, r.block)) return;
+  const ReferencePlacement at = placementOf(r, db_.get<BlockRecord>(r.block)->basePoint, place);
+  const std::optional<platform::Extents> first = placedContents(r.block, at.copy);
+  if (!first || first->isEmpty()) return;
   const int columns = std::max<int>(r.columns, 1);
   const int rows = std::max<int>(r.rows, 1);
   for (int col : {0, columns - 1}) {
     for (int row : {0, rows - 1}) {
-      const Point3d shift = toPlane.linear({col * r.columnSpacing, row * r.rowSpacing, 0.0});
-      box_.add(plus(first.min, shift));
-      box_.add(plus(first.max, shift));
+      const Point3d shift = at.toPlane.linear({col * r.columnSpacing, row * r.rowSpacing, 0.0});
+      box_.add(plus(first->min, shift));
+      box_.add(plus(first->max, shift));
     }
+  }
+}
+
+// A shift moves a box as it moves what is in it, so a block's box under the
+// placement's linear part, shifted, is exact. A block of too many placements
+// below it has one box, its own, whose corners placed hold its contents.
+std::optional<platform::Extents> Collector::placedContents(ObjectId block, const Affine& copy) {
+  BlockCache& cache = BlockCache::of(db_);
+  const bool exact = cache.exact(db_, block);
+  const Affine linear = exact ? copy.withoutShift() : Affine{};
+  const platform::Extents* known = cache.box(block, linear.key());
+  if (known == nullptr) {
+    pending_ = Pending{block, linear};
+    return std::nullopt;
+  }
+  platform::Extents placed;
+  if (known->isEmpty()) return placed;
+  if (exact) {
+    placed.add(plus(known->min, copy.t));
+    placed.add(plus(known->max, copy.t));
+    return placed;
+  }
+  for (int corner = 0; corner < 8; ++corner) {
+    placed.add(copy.apply({(corner & 1) != 0 ? known->max.x : known->min.x,
+                           (corner & 2) != 0 ? known->max.y : known->min.y,
+                           (corner & 4) != 0 ? known->max.z : known->min.z}));
+  }
+  return placed;
+}
+
+// Definitions show through their attributes, unless constant.
+bool showsInBlock(const Entity& e) {
+  return e.kind() != EntityKind::AttributeDefinition ||
+         (static_cast<const AttributeDefinitionEntity&>(e).flags & 2) != 0;
+}
+
+// Works out the box a reference waits for, and those that box waits for in
+// turn, on a list rather than by recursion: nesting may go deeper than the
+// stack. References lead from block to block without ever coming back (the
+// cache shows none that would), so the list ends.
+void workOut(const Database& db, const Pending& wanted) {
+  struct Frame {
+    Pending wanted;
+    std::vector<ObjectId> ids;
+    std::size_t next = 0;
+    platform::Extents box;
+  };
+  std::vector<Frame> frames;
+  frames.push_back({wanted, db.blockEntities(wanted.block), 0, {}});
+  while (!frames.empty()) {
+    Frame& frame = frames.back();
+    if (frame.next == frame.ids.size()) {
+      BlockCache::of(db).keep(frame.wanted.block, frame.wanted.linear.key(), frame.box);
+      frames.pop_back();
+      continue;
+    }
+    const Entity* e = db.openEntity(frame.ids[frame.next]);
+    if (e != nullptr && showsInBlock(*e)) {
+      Collector collector(db, frame.box, frame.wanted.block);
+      collector.entity(*e, frame.wanted.linear);
+      if (collector.pending()) {
+        const Pending inner = *collector.pending();
+        frames.push_back({inner, db.blockEntities(inner.block), 0, {}});
+        continue;  // this entity again once the inner box is known
+      }
+    }
+    ++frame.next;
   }
 }
 
 }  // namespace
 
 platform::Extents extentsOf(const Database& db, const Entity& entity) {
-  platform::Extents box;
-  Collector(db, box).entity(entity, Affine{}, 0);
-  return box;
+  for (;;) {
+    platform::Extents box;
+    Collector collector(db, box);
+    collector.entity(entity, Affine{});
+    if (!collector.pending()) return box;
+    workOut(db, *collector.pending());
+  }
 }
 
 }  // namespace host::geometry

@@ -1,6 +1,9 @@
 // -ODDEFINE, -ODATTACH and ODLIST: defining tables, attaching records and
 // listing what entities carry.
+#include <algorithm>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "host/db/PortObjectData.h"
 #include "host/editor/AnswerParsing.h"
@@ -103,27 +106,91 @@ void odDefineCommand(Session& s) {
           L" column(s).\n");
 }
 
-// Reads "name=value;name=value" into a record of the table; an error text if
-// a name or a value is wrong.
+struct FieldValue {
+  std::wstring name;
+  std::wstring value;
+};
+
+// What the values prompt of -ODATTACH takes, shown when "?" is answered.
+constexpr const wchar_t* kFieldValuesHelp =
+    L"Give values as name=value pairs separated by \";\", as in ID=7;NAME=Main Street.\n"
+    L"A value in double quotes may hold \";\" and \"=\", as in NAME=\"A;B\"; within the\n"
+    L"quotes two double quotes stand for one, as in NAME=\"5\"\" pipe\". Columns left out\n"
+    L"take their defaults; Enter takes every default.\n";
+
+// The quoted value that starts at text[at], a double quote; the index past
+// its closing quote, or nullopt if none closes it.
+std::optional<std::size_t> readQuoted(std::wstring_view text, std::size_t at, std::wstring& value) {
+  for (std::size_t i = at + 1; i < text.size(); ++i) {
+    if (text[i] != L'"') {
+      value += text[i];
+    } else if (i + 1 < text.size() && text[i + 1] == L'"') {
+      value += L'"';
+      ++i;
+    } else {
+      return i + 1;
+    }
+  }
+  return std::nullopt;
+}
+
+// Splits "name=value;name=value" into its pairs; an error text if a pair is
+// no pair or a quoted value is left open or followed by more than blanks.
+std::optional<std::wstring> splitFieldValues(std::wstring_view text,
+                                             std::vector<FieldValue>& fields) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const std::size_t eq = std::min(text.find_first_of(L"=;", at), text.size());
+    if (eq == text.size() || text[eq] == L';') {
+      const std::wstring_view piece = trimBlanks(text.substr(at, eq - at));
+      if (!piece.empty()) return L"Expected name=value, not \"" + std::wstring(piece) + L"\".";
+      at = eq + 1;
+      continue;
+    }
+    FieldValue field{std::wstring(trimBlanks(text.substr(at, eq - at))), {}};
+    const std::size_t first = std::min(text.find_first_not_of(L" \t", eq + 1), text.size());
+    if (first < text.size() && text[first] == L'"') {
+      const std::optional<std::size_t> past = readQuoted(text, first, field.value);
+      if (!past) return L"The quoted value of \"" + field.name + L"\" has no closing quote.";
+      const std::size_t end = std::min(text.find(L';', *past), text.size());
+      const std::wstring_view after = trimBlanks(text.substr(*past, end - *past));
+      if (!after.empty()) {
+        return L"Expected \";\" after the quoted value of \"" + field.name + L"\", not \"" +
+               std::wstring(after) + L"\".";
+      }
+      at = end + 1;
+    } else {
+      // Blanks at the end of a value are the separator's, not the value's.
+      const std::size_t end = std::min(text.find(L';', eq + 1), text.size());
+      std::wstring_view value = text.substr(eq + 1, end - eq - 1);
+      while (!value.empty() && isBlank(value.back())) value.remove_suffix(1);
+      field.value = value;
+      at = end + 1;
+    }
+    fields.push_back(std::move(field));
+  }
+  return std::nullopt;
+}
+
+// Reads the pairs into a record of the table; an error text if a name or a
+// value is wrong, or a column is given twice.
 std::optional<std::wstring> fillRecord(const platform::OdTableDef& def, const std::wstring& text,
                                        platform::OdRecord& record) {
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find(L';', start);
-    if (end == std::wstring::npos) end = text.size();
-    const std::wstring pair(trimBlanks(std::wstring_view(text).substr(start, end - start)));
-    start = end + 1;
-    if (pair.empty()) continue;
-    const std::size_t eq = pair.find(L'=');
-    if (eq == std::wstring::npos) return L"Expected name=value, not \"" + pair + L"\".";
-    const std::wstring column(trimBlanks(std::wstring_view(pair).substr(0, eq)));
-    const std::wstring valueText = pair.substr(eq + 1);
-    const int index = def.columnIndex(column);
-    if (index < 0) return L"Unknown column \"" + column + L"\".";
-    const auto value = parseValue(def.column(index).type, valueText);
+  std::vector<FieldValue> fields;
+  if (auto error = splitFieldValues(text, fields)) return error;
+  std::vector<bool> given(static_cast<std::size_t>(def.count()), false);
+  for (const FieldValue& field : fields) {
+    const int index = def.columnIndex(field.name);
+    if (index < 0) return L"Unknown column \"" + field.name + L"\".";
+    const platform::OdColumnDef& column = def.column(index);
+    if (given[static_cast<std::size_t>(index)]) {
+      return L"Column \"" + column.name + L"\" is given more than once.";
+    }
+    given[static_cast<std::size_t>(index)] = true;
+    const auto value = parseValue(column.type, field.value);
     if (!value) {
-      return L"Invalid " + std::wstring(typeWord(def.column(index).type)) + L" value \"" +
-             valueText + L"\" for column \"" + def.column(index).name + L"\".";
+      return L"Invalid " + std::wstring(typeWord(column.type)) + L" value \"" + field.value +
+             L"\" for column \"" + column.name + L"\".";
     }
     record.value(index) = *value;
   }
@@ -146,6 +213,10 @@ void odAttachCommand(Session& s) {
     table.initRecord(record);
     const platform::StringReply values = p.getString(L"Field values <defaults>: ", true);
     if (values.status == PromptStatus::Cancel) return;
+    if (trimBlanks(values.text) == L"?") {
+      s.print(kFieldValuesHelp);
+      continue;
+    }
     const auto error = fillRecord(table.definition(), values.text, record);
     if (!error) break;
     s.print(*error + L"\n");
@@ -186,7 +257,8 @@ void odListCommand(Session& s) {
 void registerObjectDataCommands(Session& session) {
   session.addHostCommand({L"-ODDEFINE", odDefineCommand, true, L"defines an Object Data table"});
   session.addHostCommand(
-      {L"-ODATTACH", odAttachCommand, true, L"attaches a record of a table to entities"});
+      {L"-ODATTACH", odAttachCommand, true,
+       L"attaches a record of a table to entities (? at its values prompt: how to write them)"});
   session.addHostCommand({L"ODLIST", odListCommand, true, L"lists the Object Data of entities"});
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <typeindex>
+#include <typeinfo>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -141,10 +143,12 @@ class Database {
   // counting as unchanged since it was read.
   template <typename T>
   T* loading(ObjectId id) {
+    ++generation_;
     DbObject* o = id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();
     return isA<T>(o) ? static_cast<T*>(o) : nullptr;
   }
   DbObject* loadingObject(ObjectId id) {
+    ++generation_;
     return id.isNull() || id.value() > objects_.size() ? nullptr : slot(id).get();
   }
   // After handles were given while loading: look them up afresh.
@@ -157,6 +161,7 @@ class Database {
                      std::shared_ptr<const KeptTextReader> reader) {
     source_ = std::move(text);
     keptText_ = std::move(reader);
+    ++generation_;
   }
   std::string_view sourceText(const DbObject& object) const;
   // What the text of an entity kept as text holds; nothing without a source.
@@ -170,6 +175,25 @@ class Database {
   // Undoes or redoes whole steps; returns the names of the steps done.
   std::vector<std::wstring> undoSteps(int count);
   std::vector<std::wstring> redoSteps(int count);
+
+  // --- Derived data ------------------------------------------------------------
+  // Counts the changes to the drawing, undo and redo among them: what is worked
+  // out from the drawing and kept stays good while the count stands. A pointer
+  // that modify() gave is to be written through before the drawing is asked again.
+  std::uint64_t generation() const { return generation_; }
+  // What another library works out from the drawing and keeps beside it, one of
+  // each type, made on first use; the database only owns it.
+  class Derived {
+   public:
+    virtual ~Derived() = default;
+  };
+  template <typename T>
+  T& derived() const {
+    static_assert(std::is_base_of_v<Derived, T>);
+    std::unique_ptr<Derived>& kept = derived_[std::type_index(typeid(T))];
+    if (!kept) kept = std::make_unique<T>();
+    return static_cast<T&>(*kept);
+  }
 
  private:
   DbObject* objectForWrite(ObjectId id);
@@ -190,6 +214,8 @@ class Database {
   std::vector<ObjectId> odTableIds_;
   std::unordered_set<ObjectId> openFailures_;
   std::uint64_t odGeneration_ = 0;
+  std::uint64_t generation_ = 0;
+  mutable std::unordered_map<std::type_index, std::unique_ptr<Derived>> derived_;
   UndoJournal undo_;
 };
 

@@ -17,6 +17,13 @@ namespace host {
 // Space and tab: what separates the words of an answer.
 bool isBlank(wchar_t c);
 std::wstring_view trimBlanks(std::wstring_view text);
+// The first word of an answer and what follows it, each without blanks around:
+// a prompt where a blank ends the answer takes the word and ignores the rest.
+struct FirstWord {
+  std::wstring_view word;
+  std::wstring_view rest;
+};
+FirstWord splitFirstWord(std::wstring_view text);
 
 // "*Cancel*" or "^C", in any case, blanks around ignored: the Esc of a script.
 bool isCancelAnswer(std::wstring_view answer);

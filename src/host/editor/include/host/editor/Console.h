@@ -14,12 +14,17 @@ class Console {
  public:
   virtual ~Console() = default;
 
+  // How much of a line answers a prompt: all of it, or its first word where a
+  // blank ends the answer (the caller says what it ignored).
+  enum class Answers { Line, Word };
+
   // The answer to one prompt, without its line feed; nullopt at the end of the
   // input, with nothing printed. Completions are the words a terminal user may
   // complete the answer with (a script ignores them).
   std::optional<std::wstring> readAnswer(const std::wstring& prompt,
-                                         const std::vector<std::wstring>& completions = {}) {
-    return read(prompt, completions);
+                                         const std::vector<std::wstring>& completions = {},
+                                         Answers answers = Answers::Line) {
+    return read(prompt, completions, answers);
   }
   // Writes text as it is; the text carries its own line feeds.
   virtual void print(const std::wstring& text) = 0;
@@ -31,12 +36,13 @@ class Console {
 
  private:
   virtual std::optional<std::wstring> read(const std::wstring& prompt,
-                                           const std::vector<std::wstring>& completions) = 0;
+                                           const std::vector<std::wstring>& completions,
+                                           Answers answers) = 0;
 };
 
 // Answers from a stream of UTF-8 lines, one line per prompt; an empty line is
 // Enter. The transcript echoes each answer after its prompt, as the host's
-// command history shows it.
+// command history shows it: of a word's answer, the word.
 class ScriptConsole : public Console {
  public:
   ScriptConsole(std::istream& in, std::ostream& out) : in_(in), out_(out) {}
@@ -47,7 +53,8 @@ class ScriptConsole : public Console {
 
  private:
   std::optional<std::wstring> read(const std::wstring& prompt,
-                                   const std::vector<std::wstring>& completions) override;
+                                   const std::vector<std::wstring>& completions,
+                                   Answers answers) override;
 
   std::istream& in_;
   std::ostream& out_;

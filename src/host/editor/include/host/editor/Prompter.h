@@ -56,7 +56,8 @@ class Prompter {
 
   // One answer with the cancel convention applied: Cancel, None for an empty
   // answer, or Normal with the answer as typed. The base of the other prompts.
-  platform::StringReply ask(const std::wstring& prompt, const Keywords& completions = {});
+  platform::StringReply ask(const std::wstring& prompt, const Keywords& completions = {},
+                            Console::Answers answers = Console::Answers::Line);
 
   // The "Command: " prompt: nullopt at the end of the input (with nothing
   // printed, since running out of commands is the normal way a script ends),
@@ -65,7 +66,7 @@ class Prompter {
                                                   const Keywords& commandNames);
 
   // Enter gives Normal with an empty text, as the host does. Without spaces
-  // the answer ends at its first blank.
+  // the answer is its first word, and what follows is shown as ignored.
   platform::StringReply getString(const std::wstring& prompt, bool allowSpaces);
 
   // The caller writes the whole prompt, keyword list and default included.

@@ -34,7 +34,8 @@ class TerminalConsole : public Console {
 
  private:
   std::optional<std::wstring> read(const std::wstring& prompt,
-                                   const std::vector<std::wstring>& completions) override;
+                                   const std::vector<std::wstring>& completions,
+                                   Answers answers) override;
 
   std::ostream& out_;
   // The editor keeps every line; repeating the last one would only clutter.
