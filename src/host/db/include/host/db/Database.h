@@ -160,6 +160,11 @@ class Database {
   // Undoes or redoes whole steps; returns the names of the steps done.
   std::vector<std::wstring> undoSteps(int count);
   std::vector<std::wstring> redoSteps(int count);
+  // Marks the open step, for rolling back to.
+  UndoJournal::Mark undoMark() { return undo_.mark(handleSeed_); }
+  // Puts back every object changed since the mark and the handles given out
+  // since; the step stays open, without those changes.
+  void rollBackTo(const UndoJournal::Mark& mark);
 
  private:
   DbObject* objectForWrite(ObjectId id);
