@@ -183,5 +183,30 @@ TEST(SessionTest, ACommandThatAnotherRunsFailsAlone) {
   EXPECT_EQ(db.header().luprec, luprec);
 }
 
+TEST(SessionTest, AModuleCommandThatRedrawsKeepsThePickFirstSet) {
+  ModuleRun run("1,1\n2,2\n");
+  run.runAll({L"POINT", L"POINT"});
+  const std::vector<ObjectId> both = run.session.db().blockEntities(run.session.db().modelSpace());
+  const std::vector<ObjectId> last = {both.back()};
+  const struct {
+    const wchar_t* command;
+    std::vector<ObjectId> after;
+    int events;
+  } cases[] = {
+      {L"FAKE_KEEP", both, 0},  // redraws and leaves the set alone
+      {L"FAKE_PICK", last, 1},  // redraws and keeps what it set
+      {L"FAKE_PLAIN", {}, 1},   // does not redraw: the set is used up
+      {L"LIST", {}, 1},         // the host's own commands use it up
+  };
+  for (const auto& test : cases) {
+    run.session.document().pickFirst = both;
+    const int eventsBefore = run.recorder.pickfirstChanges;
+    run.runAll({test.command});
+    EXPECT_EQ(run.session.document().pickFirst, test.after) << platform::toUtf8(test.command);
+    EXPECT_EQ(run.recorder.pickfirstChanges - eventsBefore, test.events)
+        << platform::toUtf8(test.command);
+  }
+}
+
 }  // namespace
 }  // namespace host

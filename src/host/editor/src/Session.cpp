@@ -71,12 +71,12 @@ void Session::run() {
   }
 }
 
-CommandOutcome Session::runUndoable(const std::wstring& name, bool recordsUndo,
+CommandOutcome Session::runUndoable(const std::wstring& name, CommandRules rules,
                                     const std::function<void()>& body) {
   const bool outermost = commandDepth_ == 0;
   if (outermost) editor_.startCommand();
-  const CommandOutcome outcome = runInStep(name, recordsUndo, body);
-  if (outermost) endOutermostCommand();
+  const CommandOutcome outcome = runInStep(name, rules.recordsUndo, body);
+  if (outermost) endOutermostCommand(rules.keepsPickFirst);
   return outcome;
 }
 
@@ -120,10 +120,11 @@ bool Session::runCaught(const std::wstring& name, const std::function<void()>& b
   return false;
 }
 
-void Session::endOutermostCommand() {
+void Session::endOutermostCommand(bool keepsPickFirst) {
   // What was selected before a command is used up by it, unless the command
-  // chose a new selection itself.
-  if (!editor_.pickFirstSetByCommand()) editor_.changePickFirst({});
+  // chose a new selection itself. A module's command that redraws leaves it
+  // for the next one, as the module's searches and its table editor expect.
+  if (!keepsPickFirst && !editor_.pickFirstSetByCommand()) editor_.changePickFirst({});
   documents_.endCommand();
   retired_.clear();
 }
@@ -134,12 +135,13 @@ std::optional<CommandOutcome> Session::runCommandFor(const std::wstring& text) {
   const std::wstring name = commandKey(text);
   if (auto host = hostCommands_.find(name); host != hostCommands_.end()) {
     const HostCommand command = host->second;
-    return runUndoable(name, command.recordsUndo, [&] { command.run(*this); });
+    return runUndoable(name, {command.recordsUndo, false}, [&] { command.run(*this); });
   }
   if (const ModuleCommand* module = moduleCommands_.find(name)) {
     // Copied: the handler may unregister the command while it runs.
     const ModuleCommand command = *module;
-    return runUndoable(command.globalName, true, [&] { command.handler(); });
+    const bool redraws = (command.flags & platform::CommandFlags::kRedraw) != 0;
+    return runUndoable(command.globalName, {true, redraws}, [&] { command.handler(); });
   }
   return std::nullopt;
 }

@@ -87,13 +87,20 @@ class Session {
   platform::DynamicLinker& linker() { return linker_; }
 
  private:
-  CommandOutcome runUndoable(const std::wstring& name, bool recordsUndo,
+  // What the session does around a command besides running it.
+  struct CommandRules {
+    bool recordsUndo = true;
+    // The pick-first set found at the start stays when the command ends.
+    bool keepsPickFirst = false;
+  };
+
+  CommandOutcome runUndoable(const std::wstring& name, CommandRules rules,
                              const std::function<void()>& body);
   CommandOutcome runInStep(const std::wstring& name, bool recordsUndo,
                            const std::function<void()>& body);
   // Runs the body; false when it threw, having said so.
   bool runCaught(const std::wstring& name, const std::function<void()>& body);
-  void endOutermostCommand();
+  void endOutermostCommand(bool keepsPickFirst);
 
   Prompter prompter_;
   PromptUi ui_;
