@@ -1,5 +1,5 @@
 // Choosing entities a line at a time, and the line that answers each one:
-// "N found, M removed, K total".
+// "N found (D duplicate), M removed, K total".
 #include "host/editor/SelectionPrompt.h"
 
 #include <algorithm>
@@ -15,7 +15,8 @@ namespace {
 struct LineTally {
   bool adding = false;
   bool removing = false;
-  int found = 0;
+  int found = 0;       // the entities the line named, each counted once
+  int duplicates = 0;  // namings of an entity that was already chosen
   int removed = 0;
 };
 
@@ -24,6 +25,7 @@ std::wstring tallyText(const LineTally& tally) {
   // A line always says something, if only that it found nothing.
   if (tally.adding || !tally.removing) {
     text = std::to_wstring(tally.found) + L" found";
+    if (tally.duplicates > 0) text += L" (" + std::to_wstring(tally.duplicates) + L" duplicate)";
   }
   if (tally.removing) {
     text += (text.empty() ? L"" : L", ") + std::to_wstring(tally.removed) + L" removed";
@@ -64,13 +66,14 @@ class Chosen {
 LineTally applyLine(Chosen& chosen, const Document& document,
                     const std::vector<SelectionItem>& items) {
   LineTally tally;
+  std::unordered_set<ObjectId> named;
   for (const SelectionItem& item : items) {
     const std::vector<ObjectId> ids = resolveSelectionItem(document, item);
     if (item.add) {
       tally.adding = true;
       for (ObjectId id : ids) {
-        ++tally.found;
-        chosen.add(id);
+        if (named.insert(id).second) ++tally.found;
+        if (!chosen.add(id)) ++tally.duplicates;
       }
     } else {
       tally.removing = true;
