@@ -35,7 +35,7 @@ struct Fixture {
 
   Fixture() {
     host::registerHostCommands(session);
-    platform::AppPacket packet{&session, nullptr};
+    platform::AppPacket packet{&session.host(), nullptr};
     zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
     // Heap in use, including the blocks large arrays are mapped in.
     auto inUse = [] {

@@ -17,10 +17,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Takes whatever the stand-in module registers; its commands are the
+// session's tests' business.
+class AcceptingStack : public platform::CommandStack {
+ public:
+  platform::Status addCommand(const std::wstring&, const std::wstring&, const std::wstring&, int,
+                              platform::CommandFunction, void*) override {
+    return platform::Status::Ok;
+  }
+  platform::Status removeCommand(const std::wstring&, const std::wstring&) override {
+    return platform::Status::Ok;
+  }
+  platform::Status removeGroup(const std::wstring&) override { return platform::Status::Ok; }
+};
+
 // Only what the stand-in module calls is implemented.
 class RecordingHost : public platform::Host {
  public:
-  platform::CommandStack& commandStack() override { std::abort(); }
+  platform::CommandStack& commandStack() override { return stack; }
   platform::DynamicLinker& dynamicLinker() override { std::abort(); }
   platform::Documents& documents() override { std::abort(); }
   platform::Editor& editor() override { std::abort(); }
@@ -33,6 +47,7 @@ class RecordingHost : public platform::Host {
     messages.push_back(static_cast<unsigned>(message));
   }
   std::vector<unsigned> messages;
+  AcceptingStack stack;
 };
 
 std::string narrow(const std::wstring& text) {

@@ -70,8 +70,6 @@ TEST(SelectionGrammarTest, RemoveAndAddSwitchTheRestOfTheLine) {
   for (std::size_t i = 0; i < adds.size(); ++i) {
     EXPECT_EQ(parse.items[i].add, adds[i]) << "item " << i;
   }
-  // A switch alone selects nothing.
-  EXPECT_TRUE(parsed(L"R").items.empty());
 }
 
 TEST(SelectionGrammarTest, ErrorsNameTheWordAndSelectNothing) {
@@ -88,6 +86,11 @@ TEST(SelectionGrammarTest, ErrorsNameTheWordAndSelectNothing) {
       {L"L W 0,0", L"Invalid selection: 'W' needs two corner points"},
       {L"window", L"Invalid selection: 'window' needs two corner points"},
       {L"AL", L"Invalid selection: 'AL'"},
+      // A switch must be followed by what it adds or removes.
+      {L"R", L"Invalid selection: 'R' needs the objects to remove after it"},
+      {L"#1F remove", L"Invalid selection: 'remove' needs the objects to remove after it"},
+      {L"R A #1F", L"Invalid selection: 'R' needs the objects to remove after it"},
+      {L"R #1F a", L"Invalid selection: 'a' needs the objects to add after it"},
   };
   for (const auto& test : cases) {
     const SelectionParse parse = parseSelection(test.line);

@@ -1,12 +1,15 @@
 // The session's rules around commands: the pick-first set and its event, the
-// command events, and one undo step per command.
+// command events, one undo step per command, and commands that throw.
 #include "host/editor/Session.h"
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <sstream>
 
+#include "host/dxf/DrawingWriter.h"
 #include "host/editor/HostCommands.h"
+#include "platform/Text.h"
 
 namespace host {
 namespace {
@@ -25,7 +28,7 @@ struct Recorder : platform::EditorReactor {
 struct ScriptRun {
   explicit ScriptRun(const std::string& script) : in(script) {
     registerHostCommands(session);
-    session.addReactor(&recorder);
+    session.editor().addReactor(&recorder);
   }
   std::istringstream in;
   std::ostringstream out;
@@ -62,12 +65,12 @@ TEST(SessionTest, AReactorMayLeaveWhileItIsTold) {
     int told = 0;
     void commandEnded(const std::wstring&) override {
       ++told;
-      session->removeReactor(this);
+      session->editor().removeReactor(this);
     }
   } leaver;
   ScriptRun run("POINT\n0,0\nPOINT\n1,1\n");
   leaver.session = &run.session;
-  run.session.addReactor(&leaver);
+  run.session.editor().addReactor(&leaver);
   run.session.run();
   EXPECT_EQ(leaver.told, 1);
   EXPECT_EQ(run.recorder.ended.size(), 2u);
@@ -91,7 +94,8 @@ TEST(SessionTest, AHostCommandStartedWithArgumentsSaysHowItEnded) {
   ScriptRun run("4,0\n*Cancel*\n");
   Database& db = run.session.db();
   const ObjectId line = addLine(db);
-  EXPECT_EQ(run.session.command({std::wstring(L"_.break"), line}), platform::PromptStatus::Normal)
+  EXPECT_EQ(run.session.editor().command({std::wstring(L"_.break"), line}),
+            platform::PromptStatus::Normal)
       << run.out.str();
   EXPECT_EQ(run.recorder.ended, (std::vector<std::wstring>{L"BREAK"}));
   EXPECT_EQ(db.blockEntities(db.modelSpace()).size(), 2u);
@@ -99,7 +103,8 @@ TEST(SessionTest, AHostCommandStartedWithArgumentsSaysHowItEnded) {
   EXPECT_NE(run.out.str().find("Select object: #"), std::string::npos);
 
   // Cancelled: nothing changes, and no end is told.
-  EXPECT_EQ(run.session.command({std::wstring(L"BREAK"), line}), platform::PromptStatus::Cancel);
+  EXPECT_EQ(run.session.editor().command({std::wstring(L"BREAK"), line}),
+            platform::PromptStatus::Cancel);
   EXPECT_EQ(run.recorder.cancelled, (std::vector<std::wstring>{L"BREAK"}));
   EXPECT_EQ(run.recorder.ended.size(), 1u);
   EXPECT_EQ(db.get<LineEntity>(line)->end, (Point3d{4, 0, 0}));
@@ -107,11 +112,100 @@ TEST(SessionTest, AHostCommandStartedWithArgumentsSaysHowItEnded) {
   // A point no curve can be broken at fails.
   auto point = std::make_unique<PointEntity>();
   const ObjectId p = db.addEntity(std::move(point), db.modelSpace());
-  EXPECT_EQ(run.session.command({std::wstring(L"BREAK"), p, std::wstring(L"1,1")}),
+  EXPECT_EQ(run.session.editor().command({std::wstring(L"BREAK"), p, std::wstring(L"1,1")}),
             platform::PromptStatus::Error);
   EXPECT_EQ(run.recorder.failed, (std::vector<std::wstring>{L"BREAK"}));
-  EXPECT_EQ(run.session.command({std::wstring(L"NO_SUCH_COMMAND")}),
+  EXPECT_EQ(run.session.editor().command({std::wstring(L"NO_SUCH_COMMAND")}),
             platform::PromptStatus::Error);
+}
+
+// A script run with the stand-in module of fixtures/FakeModule.cpp loaded.
+struct ModuleRun : ScriptRun {
+  explicit ModuleRun(const std::string& script) : ScriptRun(script) {
+    const std::optional<std::wstring> error = session.loadModule(FAKE_MODULE_PATH);
+    EXPECT_FALSE(error.has_value()) << platform::toUtf8(*error);
+  }
+  void runAll(std::initializer_list<const wchar_t*> commands) {
+    for (const wchar_t* command : commands) EXPECT_TRUE(session.runCommand(command)) << command;
+  }
+  // The drawing as its file would hold it, every byte of it.
+  std::string drawingText() { return dxf::writeDrawing(session.db(), *session.document().image); }
+  std::size_t entityCount() { return session.db().blockEntities(session.db().modelSpace()).size(); }
+};
+
+TEST(SessionTest, AModuleCommandThatThrowsFailsAndLeavesTheDrawingAsItWas) {
+  // Two points and the second undone, so that there is a step to undo and one to redo.
+  ModuleRun run("1,1\n2,2\n\n\n2\n");
+  run.runAll({L"POINT", L"POINT", L"UNDO"});
+  const Database& db = run.session.db();
+  const std::string before = run.drawingText();
+  const struct {
+    const wchar_t* command;
+    const char* error;
+  } cases[] = {
+      {L"FAKE_FAULT", "Error: FAKE_FAULT failed: deliberate fault\n"},
+      {L"FAKE_ODD_FAULT", "Error: FAKE_ODD_FAULT failed: an exception of unknown type\n"},
+  };
+  for (const auto& test : cases) {
+    run.out.str("");
+    EXPECT_EQ(run.session.runCommandFor(test.command), CommandOutcome::Failed);
+    EXPECT_NE(run.out.str().find(test.error), std::string::npos) << run.out.str();
+    EXPECT_EQ(run.drawingText(), before) << platform::toUtf8(test.command);
+    EXPECT_FALSE(db.undo().recording());
+    EXPECT_EQ(db.undo().undoableCount(), 1u);
+    EXPECT_EQ(db.undo().redoableCount(), 1u);
+  }
+  EXPECT_EQ(run.recorder.failed, (std::vector<std::wstring>{L"FAKE_FAULT", L"FAKE_ODD_FAULT"}));
+  // The history goes on as if the failures had not been: redo, then undo both points.
+  run.runAll({L"MREDO", L"UNDO"});
+  EXPECT_EQ(run.entityCount(), 0u);
+  EXPECT_EQ(db.undo().redoableCount(), 2u);
+}
+
+TEST(SessionTest, ACommandThatAnotherRunsFailsAlone) {
+  ModuleRun run("\n");
+  const short luprec = run.session.db().header().luprec;
+  run.runAll({L"FAKE_RUNS_FAULT"});
+  EXPECT_NE(run.out.str().find("Error: FAKE_FAULT failed: deliberate fault\n"), std::string::npos)
+      << run.out.str();
+  EXPECT_EQ(run.out.str().find("did not fail"), std::string::npos) << run.out.str();
+  EXPECT_EQ(run.recorder.failed, (std::vector<std::wstring>{L"FAKE_FAULT"}));
+  EXPECT_EQ(run.recorder.ended.back(), L"FAKE_RUNS_FAULT");
+  // The outer command's own changes stay, the variable as it set it: its two
+  // points, not the failed command's point or table.
+  Database& db = run.session.db();
+  EXPECT_EQ(db.header().luprec, 3);
+  EXPECT_EQ(run.entityCount(), 2u);
+  EXPECT_TRUE(db.findOdTable(L"FAULT").isNull());
+  // All of it is one step.
+  run.runAll({L"UNDO"});
+  EXPECT_EQ(run.entityCount(), 0u);
+  EXPECT_EQ(db.header().luprec, luprec);
+}
+
+TEST(SessionTest, AModuleCommandThatRedrawsKeepsThePickFirstSet) {
+  ModuleRun run("1,1\n2,2\n");
+  run.runAll({L"POINT", L"POINT"});
+  const std::vector<ObjectId> both = run.session.db().blockEntities(run.session.db().modelSpace());
+  const std::vector<ObjectId> last = {both.back()};
+  const struct {
+    const wchar_t* command;
+    std::vector<ObjectId> after;
+    int events;
+  } cases[] = {
+      {L"FAKE_KEEP", both, 0},  // redraws and leaves the set alone
+      {L"FAKE_PICK", last, 1},  // redraws and keeps what it set
+      {L"FAKE_PLAIN", {}, 1},   // does not redraw: the set is used up
+      {L"LIST", {}, 1},         // the host's own commands use it up
+  };
+  for (const auto& test : cases) {
+    run.session.document().pickFirst = both;
+    const int eventsBefore = run.recorder.pickfirstChanges;
+    run.runAll({test.command});
+    EXPECT_EQ(run.session.document().pickFirst, test.after) << platform::toUtf8(test.command);
+    EXPECT_EQ(run.recorder.pickfirstChanges - eventsBefore, test.events)
+        << platform::toUtf8(test.command);
+  }
 }
 
 }  // namespace

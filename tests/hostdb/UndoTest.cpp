@@ -1,8 +1,11 @@
 // Undo and redo restore the drawing exactly, a command at a time.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "host/db/Database.h"
 #include "host/db/PortObjectData.h"
+#include "host/db/UndoStep.h"
 
 namespace {
 
@@ -103,6 +106,34 @@ TEST_F(UndoTest, RemovingATableUndoesWithItsRecords) {
   EXPECT_EQ(db.odRecords(e), nullptr);
   db.undoSteps(1);
   EXPECT_EQ(values(), (std::vector<int>{1, 2}));
+}
+
+TEST_F(UndoTest, AScopedStepClosesOnEveryWayOut) {
+  // An early return keeps what was done, as one step.
+  const auto attachThenReturn = [&](bool early) {
+    host::UndoStep step(db, L"EARLY");
+    attach(3);
+    if (early) return;
+    attach(4);
+  };
+  attachThenReturn(true);
+  EXPECT_FALSE(db.undo().recording());
+  EXPECT_EQ(values(), (std::vector<int>{1, 2, 3}));
+
+  // An exception on its way through rolls the step back, handles given out included.
+  const host::Handle next = db.nextHandle();
+  EXPECT_THROW(([&] {
+                 host::UndoStep step(db, L"THROW");
+                 attach(5);
+                 db.addEntity(std::make_unique<host::LineEntity>(), db.modelSpace());
+                 throw std::runtime_error("fault");
+               }()),
+               std::runtime_error);
+  EXPECT_FALSE(db.undo().recording());
+  EXPECT_EQ(values(), (std::vector<int>{1, 2, 3}));
+  EXPECT_EQ(db.blockEntities(db.modelSpace()), (std::vector<ObjectId>{e}));
+  EXPECT_EQ(db.nextHandle(), next);
+  EXPECT_EQ(db.undoSteps(5), (std::vector<std::wstring>{L"EARLY"}));
 }
 
 }  // namespace

@@ -328,4 +328,17 @@ std::vector<std::wstring> Database::redoSteps(int count) {
   return names;
 }
 
+void Database::rollBackTo(const UndoJournal::Mark& mark) {
+  std::vector<UndoJournal::Change>& changes = undo_.done().back().changes;
+  while (changes.size() > mark.changeCount) {
+    std::swap(slot(changes.back().id), changes.back().saved);
+    changes.pop_back();
+  }
+  // The objects made since are gone, so their handles may be given again: the
+  // drawing's next handle is as it was, and so is its file.
+  handleSeed_ = mark.nextHandle;
+  handleIndex_.clear();
+  bumpOdGeneration();
+}
+
 }  // namespace host

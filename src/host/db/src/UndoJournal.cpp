@@ -21,6 +21,11 @@ void UndoJournal::end() {
   }
 }
 
+UndoJournal::Mark UndoJournal::mark(Handle nextHandle) {
+  ++stamp_;
+  return Mark{done_.back().changes.size(), nextHandle};
+}
+
 void UndoJournal::save(ObjectId id, const DbObject& object) {
   done_.back().changes.push_back(Change{id, object.clone()});
 }

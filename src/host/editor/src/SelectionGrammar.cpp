@@ -50,29 +50,42 @@ std::wstring invalid(const std::wstring& word) {
   return L"Invalid selection: '" + word + L"'";
 }
 
+// R and A switch the rest of the line; one with nothing after it would do
+// nothing, so it is refused with what it expects.
+std::wstring switchWithoutItems(const std::wstring& word, bool adding) {
+  return invalid(word) + (adding ? L" needs the objects to add after it"
+                                 : L" needs the objects to remove after it");
+}
+
 }  // namespace
 
 SelectionParse parseSelection(std::wstring_view line) {
   SelectionParse parse;
   const std::vector<std::wstring> list = words(line);
   bool adding = true;
+  // The R or A last read, while no item has followed it.
+  const std::wstring* pendingSwitch = nullptr;
   for (std::size_t i = 0; i < list.size(); ++i) {
     const std::wstring& word = list[i];
     const std::wstring lowered = platform::lowerCase(word);
     SelectionItem item;
     item.add = adding;
+    const bool removeWord = isWord(lowered, L"r", L"remove");
+    if (removeWord || isWord(lowered, L"a", L"add")) {
+      if (pendingSwitch != nullptr) {
+        parse.error = switchWithoutItems(*pendingSwitch, adding);
+        break;
+      }
+      adding = !removeWord;
+      pendingSwitch = &word;
+      continue;
+    }
     if (lowered == L"all") {
       item.kind = SelectionKind::All;
     } else if (isWord(lowered, L"l", L"last")) {
       item.kind = SelectionKind::Last;
     } else if (isWord(lowered, L"p", L"previous")) {
       item.kind = SelectionKind::Previous;
-    } else if (isWord(lowered, L"r", L"remove")) {
-      adding = false;
-      continue;
-    } else if (isWord(lowered, L"a", L"add")) {
-      adding = true;
-      continue;
     } else if (isWord(lowered, L"w", L"window") || isWord(lowered, L"c", L"crossing")) {
       item.kind = lowered.front() == L'w' ? SelectionKind::Window : SelectionKind::Crossing;
       if (i + 2 >= list.size()) {
@@ -108,6 +121,10 @@ SelectionParse parseSelection(std::wstring_view line) {
       break;
     }
     parse.items.push_back(item);
+    pendingSwitch = nullptr;
+  }
+  if (parse.ok() && pendingSwitch != nullptr) {
+    parse.error = switchWithoutItems(*pendingSwitch, adding);
   }
   if (!parse.ok()) parse.items.clear();
   return parse;

@@ -24,7 +24,7 @@ void giveVertexHandles(Database& db, Entity& e) {
 void breakCommand(Session& s) {
   Prompter& p = s.prompter();
   Database& db = s.db();
-  const platform::EntityReply picked = s.getEntity(L"Select object: ");
+  const platform::EntityReply picked = s.editor().getEntity(L"Select object: ");
   if (picked.status == PromptStatus::Cancel) return;
   if (picked.status != PromptStatus::Normal) {
     s.print(L"No object found there.\n");

@@ -18,9 +18,9 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kDegrees = 180.0 / kPi;
 
 void selectCommand(Session& s) {
-  platform::SelectionReply reply = s.selectObjects();
+  platform::SelectionReply reply = s.editor().selectObjects();
   if (reply.status == PromptStatus::Cancel) return;
-  s.setPickFirst(reply.ids);
+  s.editor().setPickFirst(reply.ids);
 }
 
 void eraseCommand(Session& s) {
@@ -222,7 +222,7 @@ void failOpenCommand(Session& s) {
   const platform::StringReply option =
       s.prompter().getKeyword(L"Enter an option [On/Off] <On>: ", {L"On", L"Off"}, L"On");
   if (option.status != PromptStatus::Normal) return;
-  platform::SelectionReply reply = s.selectObjects();
+  platform::SelectionReply reply = s.editor().selectObjects();
   if (reply.status == PromptStatus::Cancel) return;
   const bool fail = option.text == L"On";
   for (ObjectId id : reply.ids) s.db().setOpenFailure(id, fail);

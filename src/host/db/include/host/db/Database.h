@@ -175,6 +175,11 @@ class Database {
   // Undoes or redoes whole steps; returns the names of the steps done.
   std::vector<std::wstring> undoSteps(int count);
   std::vector<std::wstring> redoSteps(int count);
+  // Marks the open step, for rolling back to.
+  UndoJournal::Mark undoMark() { return undo_.mark(handleSeed_); }
+  // Puts back every object changed since the mark and the handles given out
+  // since; the step stays open, without those changes.
+  void rollBackTo(const UndoJournal::Mark& mark);
 
   // --- Derived data ------------------------------------------------------------
   // Counts the changes to the drawing, undo and redo among them: what is worked

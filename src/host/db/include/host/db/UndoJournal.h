@@ -1,6 +1,7 @@
 // Undo by whole objects: the first change of an object within a step saves a
 // copy of it; undoing swaps the copies back, and the swapped-out state is what
-// redo puts back. A step is one command.
+// redo puts back. A step is one command. A mark inside a step lets a part of
+// it (a command run by another) be rolled back alone.
 #pragma once
 
 #include <cstdint>
@@ -22,9 +23,18 @@ class UndoJournal {
     std::wstring name;
     std::vector<Change> changes;
   };
+  // Where the open step stood: its changes so far, and the next handle then.
+  struct Mark {
+    std::size_t changeCount = 0;
+    Handle nextHandle = 0;
+  };
 
   void begin(const std::wstring& name);
   void end();
+  // Marks the open step. An object changed after the mark is saved again even
+  // if it was saved before it, so that rolling back to the mark finds the
+  // object's state at the mark.
+  Mark mark(Handle nextHandle);
   bool recording() const { return recording_; }
   std::uint32_t stamp() const { return stamp_; }
 

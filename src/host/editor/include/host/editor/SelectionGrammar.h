@@ -40,7 +40,8 @@ struct SelectionParse {
 };
 
 // Items are separated by blanks; keywords are case-insensitive. Blanks next to
-// the commas of a point are allowed ("W 0, 0 10 ,10").
+// the commas of a point are allowed ("W 0, 0 10 ,10"). R and A must be
+// followed by an item: alone they would do nothing the user could see.
 SelectionParse parseSelection(std::wstring_view line);
 
 }  // namespace host

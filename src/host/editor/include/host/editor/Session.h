@@ -1,6 +1,11 @@
 // A session of our host: the open document, the command line, the commands
 // (the host's own and those a loaded module registers), and the port through
-// which a module reaches all of it.
+// which a module reaches all of it, one adapter per role.
+//
+// Each command is one undo step. A command that throws, the module's or the
+// host's own, fails rather than ending the session: its step is rolled back,
+// the error is printed as "Error: <command> failed: <what>", and the
+// reactors are told that it failed.
 #pragma once
 
 #include <filesystem>
@@ -11,18 +16,21 @@
 #include <string>
 #include <vector>
 
+#include "host/editor/CommandOutcome.h"
 #include "host/editor/Console.h"
 #include "host/editor/Document.h"
+#include "host/editor/ModuleCommandStack.h"
 #include "host/editor/PluginLoader.h"
 #include "host/editor/PromptUi.h"
 #include "host/editor/Prompter.h"
-#include "platform/Host.h"
+#include "host/editor/SessionDocuments.h"
+#include "host/editor/SessionEditor.h"
+#include "host/editor/SessionHost.h"
+#include "host/editor/SessionLinker.h"
 
 namespace host {
 
 class Session;
-
-enum class CommandOutcome { Ended, Cancelled, Failed };
 
 struct HostCommand {
   std::wstring name;
@@ -32,15 +40,11 @@ struct HostCommand {
   std::wstring help;
 };
 
-class Session : public platform::Host,
-                public platform::Editor,
-                public platform::Documents,
-                public platform::CommandStack,
-                public platform::DynamicLinker {
+class Session {
  public:
   // Starts with the document, or with a new drawing.
   explicit Session(Console& console, std::unique_ptr<Document> document = nullptr);
-  ~Session() override;
+  ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
@@ -64,6 +68,7 @@ class Session : public platform::Host,
   Database& db() { return document_->db; }
   Prompter& prompter() { return prompter_; }
   PromptUi& promptUi() { return ui_; }
+  void print(const std::wstring& text) { prompter_.print(text); }
 
   void addHostCommand(HostCommand command);
   // Names of every command, host and module, for completion and help.
@@ -74,78 +79,46 @@ class Session : public platform::Host,
   // else what the user selects. nullopt when the user cancelled.
   std::optional<std::vector<ObjectId>> selectForCommand(bool usePickFirst);
 
-  // --- platform::Host ------------------------------------------------------
-  platform::CommandStack& commandStack() override { return *this; }
-  platform::DynamicLinker& dynamicLinker() override { return *this; }
-  platform::Documents& documents() override { return *this; }
-  platform::Editor& editor() override { return *this; }
-  platform::Ui& ui() override { return ui_; }
-  platform::Project& project() override { return document_->project; }
-  platform::Drawing& drawing() override { return document_->drawing; }
-  platform::FeatureClasses& featureClasses() override { return document_->featureClasses; }
-  platform::EntityGeometry& geometry() override { return document_->geometry; }
-
-  // --- platform::Editor ----------------------------------------------------
-  std::vector<ObjectId> impliedSelection() override;
-  platform::SelectionReply selectObjects() override;
-  void setPickFirst(const std::vector<ObjectId>& ids) override;
-  platform::StringReply getString(const std::wstring& prompt, bool allowSpaces) override;
-  platform::EntityReply getEntity(const std::wstring& prompt) override;
-  platform::PointReply getPoint(const std::wstring& prompt) override;
-  platform::IntReply getInt(const std::wstring& prompt) override;
-  void print(const std::wstring& text) override { prompter_.print(text); }
-  void addReactor(platform::EditorReactor* reactor) override;
-  platform::PromptStatus command(const std::vector<platform::CommandArgument>& arguments) override;
-  void removeReactor(platform::EditorReactor* reactor) override;
-  std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
-  platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
-
-  // --- platform::Documents -------------------------------------------------
-  void pushResourceHandle(void* module) override { resourceStack_.push_back(module); }
-  void popResourceHandle() override;
-  platform::Status lockDocument(platform::LockMode mode) override;
-  platform::Status unlockDocument() override;
-
-  // --- platform::CommandStack ----------------------------------------------
-  platform::Status addCommand(const std::wstring& group, const std::wstring& globalName,
-                              const std::wstring& localName, int flags,
-                              platform::CommandFunction handler, void* resourceHandle) override;
-  platform::Status removeCommand(const std::wstring& group,
-                                 const std::wstring& globalName) override;
-  platform::Status removeGroup(const std::wstring& group) override;
-
-  // --- platform::DynamicLinker ---------------------------------------------
-  void unlockApplication(void*) override {}
-  void registerAppMDIAware(void*) override {}
+  // The port, as a loaded module is handed it, and its roles.
+  platform::Host& host() { return host_; }
+  SessionEditor& editor() { return editor_; }
+  SessionDocuments& documents() { return documents_; }
+  ModuleCommandStack& moduleCommands() { return moduleCommands_; }
+  platform::DynamicLinker& linker() { return linker_; }
 
  private:
-  struct ModuleCommand {
-    std::wstring group;
-    std::wstring globalName;
-    int flags = 0;
-    platform::CommandFunction handler = nullptr;
+  // What the session does around a command besides running it.
+  struct CommandRules {
+    bool recordsUndo = true;
+    // The pick-first set found at the start stays when the command ends.
+    bool keepsPickFirst = false;
   };
 
-  // A command line's name, upper-cased, without the "_" and "." prefixes.
-  static std::wstring normalizeCommand(const std::wstring& text);
-  // Replaces the pick-first set and tells the reactors if it changed.
-  void changePickFirst(std::vector<ObjectId> ids);
-  template <typename Event>
-  void notify(Event event);
-  CommandOutcome runUndoable(const std::wstring& name, bool recordsUndo,
+  CommandOutcome runUndoable(const std::wstring& name, CommandRules rules,
                              const std::function<void()>& body);
+  CommandOutcome runInStep(const std::wstring& name, bool recordsUndo,
+                           const std::function<void()>& body);
+  // Runs the body; false when it threw, having said so.
+  bool runCaught(const std::wstring& name, const std::function<void()>& body);
+  void endOutermostCommand(bool keepsPickFirst);
 
   Prompter prompter_;
   PromptUi ui_;
   std::unique_ptr<Document> document_;
+  // Documents replaced while a command ran, kept until it ends: its undo step
+  // closes on the drawing it was opened on.
+  std::vector<std::unique_ptr<Document>> retired_;
   std::map<std::wstring, HostCommand> hostCommands_;
-  std::map<std::wstring, ModuleCommand> moduleCommands_;
+  SessionEditor editor_{*this};
+  SessionDocuments documents_{*this};
+  ModuleCommandStack moduleCommands_;
+  SessionLinker linker_;
+  SessionHost host_{*this};
+  // Last, so that a module still loaded when the session goes finds the
+  // roles above alive while it unloads.
   PluginLoader plugin_;
-  std::vector<void*> resourceStack_;
-  std::vector<platform::EditorReactor*> reactors_;
   bool quitting_ = false;
   bool failed_ = false;
-  bool pickFirstSetByCommand_ = false;
   int commandDepth_ = 0;
 };
 

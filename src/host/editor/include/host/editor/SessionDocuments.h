@@ -1,0 +1,30 @@
+// The document manager as a module sees it: the lock of the open document and
+// the module's resource scope, neither of which outlives a command.
+#pragma once
+
+#include <vector>
+
+#include "platform/Documents.h"
+
+namespace host {
+
+class Session;
+
+class SessionDocuments : public platform::Documents {
+ public:
+  explicit SessionDocuments(Session& session) : session_(session) {}
+
+  void pushResourceHandle(void* module) override { resourceStack_.push_back(module); }
+  void popResourceHandle() override;
+  platform::Status lockDocument(platform::LockMode mode) override;
+  platform::Status unlockDocument() override;
+
+  // Drops what the command that ends left locked or pushed.
+  void endCommand();
+
+ private:
+  Session& session_;
+  std::vector<void*> resourceStack_;
+};
+
+}  // namespace host

@@ -1,0 +1,30 @@
+// The host as a whole, as a loaded module reaches it: the session's role
+// adapters, and the open document's drawing, project and geometry. It follows
+// the document when another one is opened.
+#pragma once
+
+#include "platform/Host.h"
+
+namespace host {
+
+class Session;
+
+class SessionHost : public platform::Host {
+ public:
+  explicit SessionHost(Session& session) : session_(session) {}
+
+  platform::CommandStack& commandStack() override;
+  platform::DynamicLinker& dynamicLinker() override;
+  platform::Documents& documents() override;
+  platform::Editor& editor() override;
+  platform::Ui& ui() override;
+  platform::Project& project() override;
+  platform::Drawing& drawing() override;
+  platform::FeatureClasses& featureClasses() override;
+  platform::EntityGeometry& geometry() override;
+
+ private:
+  Session& session_;
+};
+
+}  // namespace host
