@@ -25,7 +25,7 @@ TEST_F(PortGeometryTest, ABulgedPolylineExplodesIntoCurvesThatAnswerLikeEntities
   pl->vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}};
   pl->closed = true;
   const ObjectId id = add(std::move(pl));
-  EXPECT_EQ(geometry.entityClass(id), EntityClass::Polyline);
+  EXPECT_EQ(geometry.entityClass(id), EntityClass::LwPolyline);
   EXPECT_TRUE(geometry.isClosed(id));
   EXPECT_NEAR(*geometry.area(id), 1.0 + M_PI / 8.0, 1e-12);
   EXPECT_NEAR(*geometry.length(id), 3.0 + M_PI / 2.0, 1e-12);
@@ -45,14 +45,14 @@ TEST_F(PortGeometryTest, ABulgedPolylineExplodesIntoCurvesThatAnswerLikeEntities
   EXPECT_TRUE(geometry.toPolyline(spline, 0).isNull());
   const ObjectId coarse = geometry.toPolyline(spline, 2);
   const ObjectId fine = geometry.toPolyline(spline, 20);
-  EXPECT_EQ(geometry.entityClass(fine), EntityClass::Polyline);
+  EXPECT_EQ(geometry.entityClass(fine), EntityClass::LwPolyline);
   EXPECT_GT(geometry.vertices(fine).size(), geometry.vertices(coarse).size());
   for (const Point3d& p : geometry.vertices(fine)) {
     EXPECT_NEAR(std::hypot(p.x - 0.5, p.y - 1.0), 0.5, 1e-9);
   }
   for (ObjectId made : pieces) geometry.release(made);
   geometry.release(spline);
-  EXPECT_EQ(geometry.entityClass(spline), EntityClass::Other);
+  EXPECT_EQ(geometry.entityClass(spline), EntityClass::Unknown);
 }
 
 TEST_F(PortGeometryTest, LinesMeetAndMeasure) {
@@ -84,7 +84,7 @@ TEST_F(PortGeometryTest, TextsAndReferencesTellTheirPlaceAndWords) {
   EXPECT_EQ(*geometry.text(t), L"Main street");
   EXPECT_FALSE(geometry.startPoint(t).has_value());
   db.setOpenFailure(t, true);
-  EXPECT_EQ(geometry.entityClass(t), EntityClass::Other);
+  EXPECT_EQ(geometry.entityClass(t), EntityClass::Unknown);
   EXPECT_FALSE(geometry.extents(t).has_value());
 }
 

@@ -9,37 +9,11 @@
 
 namespace host {
 
-const wchar_t* kindName(EntityKind kind) {
-  switch (kind) {
-    case EntityKind::Point: return L"POINT";
-    case EntityKind::Line: return L"LINE";
-    case EntityKind::Arc: return L"ARC";
-    case EntityKind::Circle: return L"CIRCLE";
-    case EntityKind::Ellipse: return L"ELLIPSE";
-    case EntityKind::LwPolyline: return L"LWPOLYLINE";
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d: return L"POLYLINE";
-    case EntityKind::Spline: return L"SPLINE";
-    case EntityKind::Mline: return L"MLINE";
-    case EntityKind::Text: return L"TEXT";
-    case EntityKind::MText: return L"MTEXT";
-    case EntityKind::BlockReference: return L"INSERT";
-    case EntityKind::Attribute: return L"ATTRIB";
-    case EntityKind::AttributeDefinition: return L"ATTDEF";
-    case EntityKind::Solid3d: return L"3DSOLID";
-    case EntityKind::Region: return L"REGION";
-    case EntityKind::Hatch: return L"HATCH";
-    case EntityKind::Unknown: break;
-  }
-  return L"ENTITY";
-}
-
 std::wstring typeName(const Entity& entity) {
-  if (entity.kind() == EntityKind::Unknown) {
-    const std::string& name = static_cast<const UnknownEntity&>(entity).dxfName;
-    return std::wstring(name.begin(), name.end());
-  }
-  return kindName(entity.kind());
+  const std::string_view name = entity.kind() == EntityKind::Unknown
+                                    ? static_cast<const UnknownEntity&>(entity).dxfName
+                                    : platform::dxfName(entity.kind());
+  return std::wstring(name.begin(), name.end());
 }
 
 Database::Database(Empty) {

@@ -20,49 +20,6 @@ using entity::KindInfo;
 // subclasses are kept as they were.
 const KindInfo kBareKind{nullptr, 0, nullptr};
 
-enum class Name {
-  Point,
-  Line,
-  Arc,
-  Circle,
-  Ellipse,
-  LwPolyline,
-  Polyline,
-  Spline,
-  Mline,
-  Text,
-  MText,
-  Insert,
-  Attrib,
-  Attdef,
-  Solid3d,
-  Region,
-  Hatch,
-  Other,
-};
-
-Name nameOf(std::string_view name) {
-  struct Entry {
-    std::string_view text;
-    Name name;
-  };
-  static constexpr Entry kNames[] = {
-      {"LINE", Name::Line},       {"LWPOLYLINE", Name::LwPolyline},
-      {"TEXT", Name::Text},       {"INSERT", Name::Insert},
-      {"ATTRIB", Name::Attrib},   {"POLYLINE", Name::Polyline},
-      {"CIRCLE", Name::Circle},   {"ARC", Name::Arc},
-      {"POINT", Name::Point},     {"MTEXT", Name::MText},
-      {"HATCH", Name::Hatch},     {"SPLINE", Name::Spline},
-      {"ELLIPSE", Name::Ellipse}, {"ATTDEF", Name::Attdef},
-      {"MLINE", Name::Mline},     {"3DSOLID", Name::Solid3d},
-      {"REGION", Name::Region},
-  };
-  for (const Entry& entry : kNames) {
-    if (entry.text == name) return entry.name;
-  }
-  return Name::Other;
-}
-
 template <typename T>
 std::unique_ptr<Entity> readBare(const Tag* begin, const Tag* end, ReadContext& context,
                                  CommonRead& common) {
@@ -71,36 +28,44 @@ std::unique_ptr<Entity> readBare(const Tag* begin, const Tag* end, ReadContext& 
   return e;
 }
 
+std::unique_ptr<Entity> readUnknown(const Tag* begin, const Tag* end, ReadContext& context,
+                                    CommonRead& common) {
+  auto e = readBare<UnknownEntity>(begin, end, context, common);
+  static_cast<UnknownEntity&>(*e).dxfName = std::string(begin->value);
+  return e;
+}
+
+// The name an entity is written under: its kind's, or its own for a kind the
+// host does not model.
+std::string_view nameOf(const Entity& e) {
+  if (e.kind() == EntityKind::Unknown) return static_cast<const UnknownEntity&>(e).dxfName;
+  return platform::dxfName(e.kind());
+}
+
 // The least the kinds kept as text need to be valid when there is no text.
-void writeMinimalBody(EntityKind kind, EntityWriter& w) {
-  switch (kind) {
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-      w.beginSubclass(1, "AcDbModelerGeometry");
-      w.integer(70, 1);
-      w.endSubclass();
-      if (kind == EntityKind::Solid3d) {
-        w.beginSubclass(2, "AcDb3dSolid");
-        w.handle(350, 0);
-        w.endSubclass();
-      }
-      return;
-    case EntityKind::Hatch:
-      w.beginSubclass(1, "AcDbHatch");
-      w.point(10, Point3d{});
-      w.point(210, kUnitZ);
-      w.raw(2, "SOLID");
-      w.integer(70, 1);
-      w.integer(71, 0);
-      w.integer(91, 0);
-      w.integer(75, 0);
-      w.integer(76, 1);
-      w.integer(98, 0);
-      w.endSubclass();
-      return;
-    default:
-      return;
+void writeMinimalModelerBody(const Entity& e, EntityWriter& w) {
+  w.beginSubclass(1, "AcDbModelerGeometry");
+  w.integer(70, 1);
+  w.endSubclass();
+  if (e.kind() == EntityKind::Solid3d) {
+    w.beginSubclass(2, "AcDb3dSolid");
+    w.handle(350, 0);
+    w.endSubclass();
   }
+}
+
+void writeMinimalHatchBody(const Entity&, EntityWriter& w) {
+  w.beginSubclass(1, "AcDbHatch");
+  w.point(10, Point3d{});
+  w.point(210, kUnitZ);
+  w.raw(2, "SOLID");
+  w.integer(70, 1);
+  w.integer(71, 0);
+  w.integer(91, 0);
+  w.integer(75, 0);
+  w.integer(76, 1);
+  w.integer(98, 0);
+  w.endSubclass();
 }
 
 bool startsWithIgnoreCase(std::wstring_view text, std::wstring_view prefix) {
@@ -150,14 +115,25 @@ entity::Parent parentOf(const Entity& e, WriteContext& context, bool paperSpace)
 }
 
 template <typename T, typename WriteKind>
-void writeKind(const Entity& e, std::string_view name, const KindInfo& kind, Handle owner,
-               std::optional<bool> paperSpace, TagWriter& out, WriteContext& context,
-               const Tag* begin, const Tag* end, WriteKind writeOwn) {
+void writeKind(const Entity& e, const KindInfo& kind, Handle owner, std::optional<bool> paperSpace,
+               TagWriter& out, WriteContext& context, const Tag* begin, const Tag* end,
+               WriteKind writeOwn) {
   EntityWriter w(out, context, kind, begin, end);
-  w.start(name, e.handle, xdictOf(e, context), owner);
+  w.start(nameOf(e), e.handle, xdictOf(e, context), owner);
   w.writeCommon(e, paperSpace ? *paperSpace : inPaperSpace(e, context, w));
   writeOwn(static_cast<const T&>(e), w);
   w.finish(linksOf(e));
+}
+
+// A kind kept as text; without its text, with the least body that makes it valid.
+void writeKept(const Entity& e, void (*minimalBody)(const Entity&, EntityWriter&), Handle owner,
+               std::optional<bool> paperSpace, TagWriter& out, WriteContext& context,
+               const Tag* begin, const Tag* end) {
+  const bool fresh = begin == end;
+  writeKind<Entity>(e, kBareKind, owner, paperSpace, out, context, begin, end,
+                    [fresh, minimalBody](const Entity& x, EntityWriter& w) {
+                      if (fresh) minimalBody(x, w);
+                    });
 }
 
 void writeOne(const Entity& e, Handle owner, std::optional<bool> paperSpace, TagWriter& out,
@@ -166,58 +142,52 @@ void writeOne(const Entity& e, Handle owner, std::optional<bool> paperSpace, Tag
   const auto none = [](const Entity&, EntityWriter&) {};
   switch (e.kind()) {
     case EntityKind::Point:
-      return writeKind<PointEntity>(e, "POINT", kPointKind, owner, paperSpace, out, context, begin,
-                                    end, writePoint);
+      return writeKind<PointEntity>(e, kPointKind, owner, paperSpace, out, context, begin, end,
+                                    writePoint);
     case EntityKind::Line:
-      return writeKind<LineEntity>(e, "LINE", kLineKind, owner, paperSpace, out, context, begin,
-                                   end, writeLine);
+      return writeKind<LineEntity>(e, kLineKind, owner, paperSpace, out, context, begin, end,
+                                   writeLine);
     case EntityKind::Arc:
-      return writeKind<ArcEntity>(e, "ARC", kArcKind, owner, paperSpace, out, context, begin, end,
+      return writeKind<ArcEntity>(e, kArcKind, owner, paperSpace, out, context, begin, end,
                                   writeArc);
     case EntityKind::Circle:
-      return writeKind<CircleEntity>(e, "CIRCLE", kCircleKind, owner, paperSpace, out, context,
-                                     begin, end, writeCircle);
+      return writeKind<CircleEntity>(e, kCircleKind, owner, paperSpace, out, context, begin, end,
+                                     writeCircle);
     case EntityKind::Ellipse:
-      return writeKind<EllipseEntity>(e, "ELLIPSE", kEllipseKind, owner, paperSpace, out, context,
-                                      begin, end, writeEllipse);
+      return writeKind<EllipseEntity>(e, kEllipseKind, owner, paperSpace, out, context, begin, end,
+                                      writeEllipse);
     case EntityKind::LwPolyline:
-      return writeKind<LwPolylineEntity>(e, "LWPOLYLINE", kLwPolylineKind, owner, paperSpace, out,
-                                         context, begin, end, writeLwPolyline);
+      return writeKind<LwPolylineEntity>(e, kLwPolylineKind, owner, paperSpace, out, context, begin,
+                                         end, writeLwPolyline);
     case EntityKind::Spline:
-      return writeKind<SplineEntity>(e, "SPLINE", kSplineKind, owner, paperSpace, out, context,
-                                     begin, end, writeSpline);
+      return writeKind<SplineEntity>(e, kSplineKind, owner, paperSpace, out, context, begin, end,
+                                     writeSpline);
     case EntityKind::Mline:
-      return writeKind<MlineEntity>(e, "MLINE", kMlineKind, owner, paperSpace, out, context, begin,
-                                    end, writeMline);
+      return writeKind<MlineEntity>(e, kMlineKind, owner, paperSpace, out, context, begin, end,
+                                    writeMline);
     case EntityKind::Text:
-      return writeKind<TextEntity>(e, "TEXT", kTextKind, owner, paperSpace, out, context, begin,
-                                   end, writeText);
+      return writeKind<TextEntity>(e, kTextKind, owner, paperSpace, out, context, begin, end,
+                                   writeText);
     case EntityKind::MText:
-      return writeKind<MTextEntity>(e, "MTEXT", kMTextKind, owner, paperSpace, out, context, begin,
-                                    end, writeMText);
+      return writeKind<MTextEntity>(e, kMTextKind, owner, paperSpace, out, context, begin, end,
+                                    writeMText);
     case EntityKind::Attribute:
-      return writeKind<AttributeEntity>(e, "ATTRIB", kAttributeKind, owner, paperSpace, out,
-                                        context, begin, end, writeAttribute);
+      return writeKind<AttributeEntity>(e, kAttributeKind, owner, paperSpace, out, context, begin,
+                                        end, writeAttribute);
     case EntityKind::AttributeDefinition:
-      return writeKind<AttributeDefinitionEntity>(e, "ATTDEF", kAttributeDefinitionKind, owner,
-                                                  paperSpace, out, context, begin, end,
+      return writeKind<AttributeDefinitionEntity>(e, kAttributeDefinitionKind, owner, paperSpace,
+                                                  out, context, begin, end,
                                                   writeAttributeDefinition);
     case EntityKind::Solid3d:
     case EntityKind::Region:
-    case EntityKind::Hatch: {
-      const std::wstring_view wide = kindName(e.kind());
-      const std::string name(wide.begin(), wide.end());
-      const bool fresh = begin == end;
-      return writeKind<Entity>(e, name, kBareKind, owner, paperSpace, out, context, begin, end,
-                               [fresh](const Entity& x, EntityWriter& w) {
-                                 if (fresh) writeMinimalBody(x.kind(), w);
-                               });
-    }
+      return writeKept(e, writeMinimalModelerBody, owner, paperSpace, out, context, begin, end);
+    case EntityKind::Hatch:
+      return writeKept(e, writeMinimalHatchBody, owner, paperSpace, out, context, begin, end);
     case EntityKind::Unknown:
       // Nothing but the original text can say what such an entity is.
       if (begin == end) return;
-      return writeKind<UnknownEntity>(e, static_cast<const UnknownEntity&>(e).dxfName, kBareKind,
-                                      owner, paperSpace, out, context, begin, end, none);
+      return writeKind<UnknownEntity>(e, kBareKind, owner, paperSpace, out, context, begin, end,
+                                      none);
     case EntityKind::Polyline2d:
     case EntityKind::Polyline3d:
     case EntityKind::BlockReference:
@@ -247,72 +217,70 @@ ReadEntity readEntity(const std::vector<Tag>& tags, ReadContext& context) {
   const Tag* own = entityEnd(begin, end);
   ReadEntity result;
   CommonRead common;
-  switch (nameOf(begin->value)) {
-    case Name::Point:
+  switch (platform::entityClassOfDxfName(begin->value)) {
+    case EntityKind::Point:
       result.entity = readPoint(begin, own, context, common);
       break;
-    case Name::Line:
+    case EntityKind::Line:
       result.entity = readLine(begin, own, context, common);
       break;
-    case Name::Arc:
+    case EntityKind::Arc:
       result.entity = readArc(begin, own, context, common);
       break;
-    case Name::Circle:
+    case EntityKind::Circle:
       result.entity = readCircle(begin, own, context, common);
       break;
-    case Name::Ellipse:
+    case EntityKind::Ellipse:
       result.entity = readEllipse(begin, own, context, common);
       break;
-    case Name::LwPolyline:
+    case EntityKind::LwPolyline:
       result.entity = readLwPolyline(begin, own, context, common);
       break;
-    case Name::Spline:
+    case EntityKind::Spline:
       result.entity = readSpline(begin, own, context, common);
       break;
-    case Name::Mline:
+    case EntityKind::Mline:
       result.entity = readMline(begin, own, context, common);
       break;
-    case Name::Text:
+    case EntityKind::Text:
       result.entity = readText(begin, own, context, common);
       break;
-    case Name::MText:
+    case EntityKind::MText:
       result.entity = readMText(begin, own, context, common);
       break;
-    case Name::Attrib:
+    case EntityKind::Attribute:
       result.entity = readAttribute(begin, own, context, common);
       break;
-    case Name::Attdef:
+    case EntityKind::AttributeDefinition:
       result.entity = readAttributeDefinition(begin, own, context, common);
       break;
-    case Name::Insert:
+    case EntityKind::BlockReference:
       result.entity = readBlockReference(begin, end, context, common, result.attributes);
       break;
-    case Name::Polyline: {
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d: {
+      // The two share their name; the entity's own tags tell which it is, or
+      // that it is a mesh.
       const PolylineForm form = polylineForm(begin, own);
       if (form != PolylineForm::Other) {
         result.entity = readPolyline(begin, end, form == PolylineForm::ThreeD, context, common);
         break;
       }
-      auto unknown = readBare<UnknownEntity>(begin, own, context, common);
-      static_cast<UnknownEntity&>(*unknown).dxfName = "POLYLINE";
-      result.entity = std::move(unknown);
+      result.entity = readUnknown(begin, own, context, common);
       break;
     }
-    case Name::Solid3d:
+    case EntityKind::Solid3d:
       result.entity = readBare<Solid3dEntity>(begin, own, context, common);
       break;
-    case Name::Region:
+    case EntityKind::Region:
       result.entity = readBare<RegionEntity>(begin, own, context, common);
       break;
-    case Name::Hatch:
+    case EntityKind::Hatch:
       result.entity = readBare<HatchEntity>(begin, own, context, common);
       break;
-    case Name::Other: {
-      auto unknown = readBare<UnknownEntity>(begin, own, context, common);
-      static_cast<UnknownEntity&>(*unknown).dxfName = std::string(begin->value);
-      result.entity = std::move(unknown);
+    case EntityKind::Unknown:
+      result.entity = readUnknown(begin, own, context, common);
       break;
-    }
   }
   result.xdictHandle = common.xdict;
   result.ownerHandle = common.owner;
@@ -328,11 +296,11 @@ void writeEntity(const Entity& e, Handle owner, TagWriter& out, WriteContext& co
   const Tag* own = begin ? entityEnd(begin, end) : nullptr;
   Followers followers(own, end);
 
-  const auto writeWithFollowers = [&](std::string_view name, const KindInfo& kind,
-                                      const auto& writeOwn, const auto& writeFollowers) {
+  const auto writeWithFollowers = [&](const KindInfo& kind, const auto& writeOwn,
+                                      const auto& writeFollowers) {
     EntityWriter w(out, context, kind, begin, own);
     const bool paperSpace = inPaperSpace(e, context, w);
-    w.start(name, e.handle, xdictOf(e, context), owner);
+    w.start(nameOf(e), e.handle, xdictOf(e, context), owner);
     w.writeCommon(e, paperSpace);
     writeOwn(w);
     w.finish(linksOf(e));
@@ -343,7 +311,7 @@ void writeEntity(const Entity& e, Handle owner, TagWriter& out, WriteContext& co
     case EntityKind::Polyline2d: {
       const auto& p = static_cast<const Polyline2dEntity&>(e);
       writeWithFollowers(
-          "POLYLINE", kPolyline2dKind, [&](EntityWriter& w) { writePolyline2d(p, w); },
+          kPolyline2dKind, [&](EntityWriter& w) { writePolyline2d(p, w); },
           [&](const Parent& parent) {
             writeVertices(p.vertices, false, p.seqendHandle, parent, followers, out, context);
           });
@@ -352,7 +320,7 @@ void writeEntity(const Entity& e, Handle owner, TagWriter& out, WriteContext& co
     case EntityKind::Polyline3d: {
       const auto& p = static_cast<const Polyline3dEntity&>(e);
       writeWithFollowers(
-          "POLYLINE", kPolyline3dKind, [&](EntityWriter& w) { writePolyline3d(p, w); },
+          kPolyline3dKind, [&](EntityWriter& w) { writePolyline3d(p, w); },
           [&](const Parent& parent) {
             writeVertices(p.vertices, true, p.seqendHandle, parent, followers, out, context);
           });
@@ -361,7 +329,7 @@ void writeEntity(const Entity& e, Handle owner, TagWriter& out, WriteContext& co
     case EntityKind::BlockReference: {
       const auto& r = static_cast<const BlockReferenceEntity&>(e);
       writeWithFollowers(
-          "INSERT", kBlockReferenceKind, [&](EntityWriter& w) { writeBlockReference(r, w); },
+          kBlockReferenceKind, [&](EntityWriter& w) { writeBlockReference(r, w); },
           [&](const Parent& parent) { writeAttributes(r, parent, followers, out, context); });
       return;
     }
@@ -371,7 +339,21 @@ void writeEntity(const Entity& e, Handle owner, TagWriter& out, WriteContext& co
       // mesh) is written as it was.
       for (const Tag* p = own; p && p < end; ++p) out.write(p->code, p->value);
       return;
-    default:
+    case EntityKind::Point:
+    case EntityKind::Line:
+    case EntityKind::Arc:
+    case EntityKind::Circle:
+    case EntityKind::Ellipse:
+    case EntityKind::LwPolyline:
+    case EntityKind::Spline:
+    case EntityKind::Mline:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
       writeOne(e, owner, std::nullopt, out, context, begin, own);
       return;
   }
@@ -380,8 +362,12 @@ void writeEntity(const Entity& e, Handle owner, TagWriter& out, WriteContext& co
 bool endsWithSeqend(std::string_view dxfName, const std::vector<Tag>& tags) {
   // A polyline's vertices always follow it (the flag is optional there); an
   // INSERT's attributes only when it says so.
-  if (dxfName == "POLYLINE") return followersFlag(tags).value_or(true);
-  if (dxfName == "INSERT") return followersFlag(tags).value_or(false);
+  if (dxfName == platform::dxfName(EntityKind::Polyline2d)) {
+    return followersFlag(tags).value_or(true);
+  }
+  if (dxfName == platform::dxfName(EntityKind::BlockReference)) {
+    return followersFlag(tags).value_or(false);
+  }
   return false;
 }
 

@@ -58,7 +58,7 @@ std::unique_ptr<Entity> readBlockReference(const Tag* begin, const Tag* end, Rea
   readTags(begin, own, kBlockReferenceKind, e.get(), context, common, &tags);
   for (const Tag* p = own; p < end;) {
     const Tag* next = entityEnd(p, end);
-    if (p->value == "ATTRIB") {
+    if (p->value == platform::dxfName(EntityKind::Attribute)) {
       CommonRead attributeCommon;
       attributes.push_back(readAttribute(p, next, context, attributeCommon));
     } else if (p->value == "SEQEND") {

@@ -206,9 +206,23 @@ BreakResult breakCurve(const Entity& curve, double first, double second) {
       return breakPolyline(p, curve, p.closed(), static_cast<std::size_t>(range->end), {}, first,
                            second, assign);
     }
-    default:
-      return {nullptr, nullptr, L"Only lines, arcs, circles and polylines can be broken."};
+    case EntityKind::Point:
+    case EntityKind::Ellipse:
+    case EntityKind::Polyline2d:
+    case EntityKind::Spline:
+    case EntityKind::Mline:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      break;
   }
+  return {nullptr, nullptr, L"Only lines, arcs, circles and polylines can be broken."};
 }
 
 }  // namespace host::geometry

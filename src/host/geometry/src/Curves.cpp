@@ -123,9 +123,24 @@ std::optional<Path> pathOf(const Entity& entity) {
       for (const MlineVertex& v : m.vertices) points.push_back(v.position);
       return straightPath(std::move(points), m.closed());
     }
-    default:
+    case EntityKind::Line:
+    case EntityKind::Arc:
+    case EntityKind::Circle:
+    case EntityKind::Ellipse:
+    case EntityKind::Spline:
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
       return std::nullopt;
   }
+  return std::nullopt;
 }
 
 Point3d lerp(const Point3d& a, const Point3d& b, double t) {
@@ -290,20 +305,7 @@ std::optional<double> withinRange(const ParamRange& range, double param) {
 }  // namespace
 
 bool isCurve(const Entity& entity) {
-  switch (entity.kind()) {
-    case EntityKind::Line:
-    case EntityKind::Arc:
-    case EntityKind::Circle:
-    case EntityKind::Ellipse:
-    case EntityKind::LwPolyline:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Spline:
-    case EntityKind::Mline:
-      return true;
-    default:
-      return false;
-  }
+  return platform::isCurve(entity.kind());
 }
 
 std::optional<ParamRange> paramRange(const Entity& curve) {
@@ -325,12 +327,27 @@ std::optional<ParamRange> paramRange(const Entity& curve) {
     }
     case EntityKind::Spline:
       return splineRange(static_cast<const SplineEntity&>(curve));
-    default: {
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Mline: {
       const std::optional<Path> path = pathOf(curve);
       if (!path || path->vertices.empty()) return std::nullopt;
       return ParamRange{0.0, static_cast<double>(path->segments.size())};
     }
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 std::optional<Point3d> pointAtParam(const Entity& curve, double param) {
@@ -356,9 +373,24 @@ std::optional<Point3d> pointAtParam(const Entity& curve, double param) {
       return frameOf(static_cast<const EllipseEntity&>(curve)).at(*u);
     case EntityKind::Spline:
       return evaluate(static_cast<const SplineEntity&>(curve), *u);
-    default:
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Mline:
       return pathPoint(*pathOf(curve), *u);
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 std::optional<Point3d> startPoint(const Entity& curve) {
@@ -400,9 +432,21 @@ bool isClosed(const Entity& curve) {
       return static_cast<const Polyline3dEntity&>(curve).closed();
     case EntityKind::Mline:
       return static_cast<const MlineEntity&>(curve).closed();
-    default:
+    case EntityKind::Line:
+    case EntityKind::Arc:
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
       return false;
   }
+  return false;
 }
 
 std::optional<double> curveLength(const Entity& curve) {
@@ -425,14 +469,29 @@ std::optional<double> curveLength(const Entity& curve) {
       if (!splineRange(spline)) return std::nullopt;
       return splineLength(spline);
     }
-    default: {
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Mline: {
       const std::optional<Path> path = pathOf(curve);
       if (!path || path->vertices.empty()) return std::nullopt;
       double total = 0.0;
       for (const PathSegment& segment : path->segments) total += segmentLength(segment);
       return total;
     }
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
@@ -474,9 +533,24 @@ std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
     }
     case EntityKind::Spline:
       return splineNearest(static_cast<const SplineEntity&>(curve), *range, to);
-    default:
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Mline:
       return pathNearest(*pathOf(curve), to);
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 int numVerts(const LwPolylineEntity& polyline) {

@@ -318,7 +318,15 @@ Shape shapeOf(const Database& db, const Entity& entity, double tolerance) {
     case EntityKind::Spline:
       addSpline(shape, static_cast<const SplineEntity&>(entity), tolerance);
       break;
-    default:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
       addOutline(shape, db, entity, tolerance);
       break;
   }

@@ -28,29 +28,7 @@ ObjectId DbEntityGeometry::keep(std::unique_ptr<Entity> curve) {
 
 EntityClass DbEntityGeometry::entityClass(ObjectId id) const {
   const Entity* e = find(id);
-  if (e == nullptr) return EntityClass::Other;
-  switch (e->kind()) {
-    case EntityKind::Point: return EntityClass::Point;
-    case EntityKind::Line: return EntityClass::Line;
-    case EntityKind::Arc: return EntityClass::Arc;
-    case EntityKind::Circle: return EntityClass::Circle;
-    case EntityKind::Ellipse: return EntityClass::Ellipse;
-    case EntityKind::LwPolyline: return EntityClass::Polyline;
-    case EntityKind::Polyline2d: return EntityClass::Polyline2d;
-    case EntityKind::Polyline3d: return EntityClass::Polyline3d;
-    case EntityKind::Spline: return EntityClass::Spline;
-    case EntityKind::Mline: return EntityClass::Mline;
-    case EntityKind::Text: return EntityClass::Text;
-    case EntityKind::MText: return EntityClass::MText;
-    case EntityKind::BlockReference: return EntityClass::BlockReference;
-    case EntityKind::Attribute: return EntityClass::Attribute;
-    case EntityKind::AttributeDefinition: return EntityClass::AttributeDefinition;
-    case EntityKind::Solid3d: return EntityClass::Solid3d;
-    case EntityKind::Region: return EntityClass::Region;
-    case EntityKind::Hatch: return EntityClass::Hatch;
-    case EntityKind::Unknown: break;
-  }
-  return EntityClass::Other;
+  return e != nullptr ? e->kind() : EntityClass::Unknown;
 }
 
 std::optional<platform::Extents> DbEntityGeometry::extents(ObjectId id) const {
@@ -110,10 +88,16 @@ std::optional<double> DbEntityGeometry::area(ObjectId id) const {
       const double r = static_cast<const CircleEntity&>(*e).radius;
       return 3.14159265358979323846 * r * r;
     }
-    default: {
+    case EntityKind::Line:
+    case EntityKind::Arc:
+    case EntityKind::Ellipse:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Spline:
+    case EntityKind::Mline: {
       // Other planar curves: the polygon of their points, closed by the chord.
       const std::vector<Point3d> points = vertices(id);
-      if (points.size() < 3 || !geometry::isCurve(*e)) return std::nullopt;
+      if (points.size() < 3) return std::nullopt;
       double twice = 0.0;
       for (std::size_t i = 0; i < points.size(); ++i) {
         const Point3d& a = points[i];
@@ -122,7 +106,19 @@ std::optional<double> DbEntityGeometry::area(ObjectId id) const {
       }
       return std::fabs(twice) / 2.0;
     }
+    case EntityKind::Point:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 std::optional<double> DbEntityGeometry::volume(ObjectId id) const {
@@ -151,9 +147,22 @@ std::vector<Point3d> DbEntityGeometry::vertices(ObjectId id) const {
       return geometry::vertexPositions(*e);
     case EntityKind::Spline:
       return static_cast<const SplineEntity&>(*e).controlPoints;
-    default:
+    case EntityKind::Point:
+    case EntityKind::Arc:
+    case EntityKind::Circle:
+    case EntityKind::Ellipse:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
       return {};
   }
+  return {};
 }
 
 std::vector<double> DbEntityGeometry::bulges(ObjectId id) const {
@@ -185,8 +194,22 @@ std::optional<Point3d> DbEntityGeometry::position(ObjectId id) const {
       const auto& b = static_cast<const BlockReferenceEntity&>(*e);
       return geometry::Ocs(b.normal).toWorld(b.position);
     }
-    default: return std::nullopt;
+    case EntityKind::Line:
+    case EntityKind::Arc:
+    case EntityKind::Circle:
+    case EntityKind::Ellipse:
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Spline:
+    case EntityKind::Mline:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 std::optional<std::wstring> DbEntityGeometry::text(ObjectId id) const {
@@ -198,8 +221,24 @@ std::optional<std::wstring> DbEntityGeometry::text(ObjectId id) const {
     case EntityKind::AttributeDefinition:
       return static_cast<const AttributeDefinitionEntity&>(*e).data.text;
     case EntityKind::MText: return static_cast<const MTextEntity&>(*e).text;
-    default: return std::nullopt;
+    case EntityKind::Point:
+    case EntityKind::Line:
+    case EntityKind::Arc:
+    case EntityKind::Circle:
+    case EntityKind::Ellipse:
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Spline:
+    case EntityKind::Mline:
+    case EntityKind::BlockReference:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
+      return std::nullopt;
   }
+  return std::nullopt;
 }
 
 std::vector<ObjectId> DbEntityGeometry::explode(ObjectId id) {

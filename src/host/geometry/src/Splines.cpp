@@ -264,7 +264,22 @@ std::unique_ptr<SplineEntity> splineOf(const Entity& entity) {
                            normalSweep(e.startParam, e.endParam), n);
       break;
     }
-    default:
+    case EntityKind::Point:
+    case EntityKind::Line:
+    case EntityKind::LwPolyline:
+    case EntityKind::Polyline2d:
+    case EntityKind::Polyline3d:
+    case EntityKind::Spline:
+    case EntityKind::Mline:
+    case EntityKind::Text:
+    case EntityKind::MText:
+    case EntityKind::BlockReference:
+    case EntityKind::Attribute:
+    case EntityKind::AttributeDefinition:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
       return nullptr;
   }
   copyCommonProperties(entity, *spline);

@@ -10,39 +10,17 @@
 #include <utility>
 #include <vector>
 
+#include "platform/EntityClass.h"
 #include "platform/Geometry.h"
 #include "platform/ObjectId.h"
 
 namespace platform {
 
-// The exact class of an entity, as the module tells kinds apart.
-enum class EntityClass {
-  Point,
-  Line,
-  Arc,
-  Circle,
-  Ellipse,
-  Polyline,    // the lightweight polyline
-  Polyline2d,  // the old-style 2D polyline
-  Polyline3d,
-  Spline,
-  Mline,
-  Text,
-  MText,
-  BlockReference,
-  Attribute,
-  AttributeDefinition,
-  Solid3d,
-  Region,
-  Hatch,
-  Other,
-};
-
 class EntityGeometry {
  public:
   virtual ~EntityGeometry() = default;
 
-  // Other when the entity does not open.
+  // Unknown when the entity does not open.
   virtual EntityClass entityClass(ObjectId entity) const = 0;
   virtual std::optional<Extents> extents(ObjectId entity) const = 0;
   // Where the two meet in the XY plane, neither extended.

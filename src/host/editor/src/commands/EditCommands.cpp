@@ -192,7 +192,14 @@ void listGeometry(Session& s, const Entity& e) {
       line(L"default: \"" + d.data.text + L"\"");
       break;
     }
-    default:
+    case EntityKind::Polyline2d:
+    case EntityKind::Mline:
+    case EntityKind::MText:
+    case EntityKind::Attribute:
+    case EntityKind::Solid3d:
+    case EntityKind::Region:
+    case EntityKind::Hatch:
+    case EntityKind::Unknown:
       break;
   }
 }

@@ -8,37 +8,17 @@
 
 #include "host/db/DeepPtr.h"
 #include "host/db/Objects.h"
+#include "platform/EntityClass.h"
 #include "platform/Geometry.h"
 
 namespace host {
 
 using platform::Point3d;
 
-enum class EntityKind : std::uint8_t {
-  Point,
-  Line,
-  Arc,
-  Circle,
-  Ellipse,
-  LwPolyline,
-  Polyline2d,
-  Polyline3d,
-  Spline,
-  Mline,
-  Text,
-  MText,
-  BlockReference,
-  Attribute,
-  AttributeDefinition,
-  Solid3d,
-  Region,
-  Hatch,
-  // A kind this host does not model, kept as its text.
-  Unknown,
-};
-
-// The DXF name of a kind, as listings print it.
-const wchar_t* kindName(EntityKind kind);
+// The port's kinds are the host's: one list, with each kind's names and
+// whether it is a curve. Unknown is a kind this host does not model, kept as
+// its text.
+using EntityKind = platform::EntityClass;
 
 inline constexpr std::int16_t kColorByBlock = 0;
 inline constexpr std::int16_t kColorByLayer = 256;
