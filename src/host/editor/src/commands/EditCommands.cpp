@@ -192,7 +192,6 @@ void listGeometry(Session& s, const Entity& e) {
       line(L"default: \"" + d.data.text + L"\"");
       break;
     }
-    case EntityKind::Polyline2d:
     case EntityKind::Mline:
     case EntityKind::MText:
     case EntityKind::Attribute:
