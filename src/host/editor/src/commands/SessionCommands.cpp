@@ -96,6 +96,7 @@ void registerHostCommands(Session& session) {
   registerObjectDataCommands(session);
   registerDrawCommands(session);
   registerEditCommands(session);
+  registerListCommand(session);
   registerSessionCommands(session);
   registerFileCommands(session);
   registerBlockCommands(session);

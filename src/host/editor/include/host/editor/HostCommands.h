@@ -12,6 +12,7 @@ void registerLayerCommands(Session& session);
 void registerObjectDataCommands(Session& session);
 void registerDrawCommands(Session& session);
 void registerEditCommands(Session& session);
+void registerListCommand(Session& session);
 void registerSessionCommands(Session& session);
 void registerFileCommands(Session& session);
 void registerBlockCommands(Session& session);
