@@ -81,7 +81,11 @@ class Collector {
   }
   void bulgePath(const std::vector<Point3d>& ocsPoints, const std::vector<double>& bulges,
                  bool closed, const Ocs& ocs, const Affine& place);
+  void ellipse(const EllipseEntity& el, const Affine& place);
+  void polyline(const LwPolylineEntity& pl, const Affine& place);
+  void polyline(const Polyline2dEntity& pl, const Affine& place);
   void spline(const SplineEntity& s, const Affine& place);
+  void mline(const MlineEntity& m, const Affine& place);
   void textPoints(const TextPoints& text, const Affine& place);
   void textCorners(const TextBox& box, const Affine& place) {
     for (const Point3d& p : box.corners) point(p, place);
@@ -302,36 +306,15 @@ void Collector::entity(const Entity& e, const Affine& place) {
       circular(circle.center, circle.radius, circle.normal, 0.0, kTwoPi, place);
       return;
     }
-    case EntityKind::Ellipse: {
-      const auto& el = static_cast<const EllipseEntity&>(e);
-      const Point3d minor = scaled(cross(unit(el.normal), el.majorAxis), el.ratio);
-      conic(el.center, el.majorAxis, minor, el.startParam, sweepOf(el.startParam, el.endParam),
-            place);
+    case EntityKind::Ellipse:
+      ellipse(static_cast<const EllipseEntity&>(e), place);
       return;
-    }
-    case EntityKind::LwPolyline: {
-      const auto& pl = static_cast<const LwPolylineEntity&>(e);
-      std::vector<Point3d> pts;
-      std::vector<double> bulges;
-      for (const LwVertex& v : pl.vertices) {
-        pts.push_back({v.x, v.y, pl.elevation});
-        bulges.push_back(v.bulge);
-      }
-      bulgePath(pts, bulges, pl.closed, Ocs(pl.normal), place);
+    case EntityKind::LwPolyline:
+      polyline(static_cast<const LwPolylineEntity&>(e), place);
       return;
-    }
-    case EntityKind::Polyline2d: {
-      const auto& pl = static_cast<const Polyline2dEntity&>(e);
-      std::vector<Point3d> pts;
-      std::vector<double> bulges;
-      for (const PolylineVertex& v : pl.vertices) {
-        if ((v.flags & 16) != 0) continue;  // a spline's frame, not drawn
-        pts.push_back({v.position.x, v.position.y, pl.elevation});
-        bulges.push_back(v.bulge);
-      }
-      bulgePath(pts, bulges, pl.closed(), Ocs(pl.normal), place);
+    case EntityKind::Polyline2d:
+      polyline(static_cast<const Polyline2dEntity&>(e), place);
       return;
-    }
     case EntityKind::Polyline3d:
       for (const PolylineVertex& v : static_cast<const Polyline3dEntity&>(e).vertices) {
         if ((v.flags & 16) == 0) point(v.position, place);
@@ -341,17 +324,7 @@ void Collector::entity(const Entity& e, const Affine& place) {
       spline(static_cast<const SplineEntity&>(e), place);
       return;
     case EntityKind::Mline:
-      // Each element of the style runs off the vertex along the miter by its
-      // first parameter; without elements, the vertex path stands for it.
-      for (const MlineVertex& v : static_cast<const MlineEntity&>(e).vertices) {
-        bool any = false;
-        for (const std::vector<double>& params : v.elementParams) {
-          if (params.empty()) continue;
-          point(plus(v.position, scaled(v.miter, params[0])), place);
-          any = true;
-        }
-        if (!any) point(v.position, place);
-      }
+      mline(static_cast<const MlineEntity&>(e), place);
       return;
     case EntityKind::Text:
       textCorners(textBox(static_cast<const TextEntity&>(e).data), place);
@@ -380,6 +353,46 @@ void Collector::entity(const Entity& e, const Affine& place) {
       // 10 to 18 with their Y and Z), in the plane of its normal if it has one.
       textPoints(db_.textPoints(e), place);
       return;
+  }
+}
+
+void Collector::ellipse(const EllipseEntity& el, const Affine& place) {
+  const Point3d minor = scaled(cross(unit(el.normal), el.majorAxis), el.ratio);
+  conic(el.center, el.majorAxis, minor, el.startParam, sweepOf(el.startParam, el.endParam), place);
+}
+
+void Collector::polyline(const LwPolylineEntity& pl, const Affine& place) {
+  std::vector<Point3d> pts;
+  std::vector<double> bulges;
+  for (const LwVertex& v : pl.vertices) {
+    pts.push_back({v.x, v.y, pl.elevation});
+    bulges.push_back(v.bulge);
+  }
+  bulgePath(pts, bulges, pl.closed, Ocs(pl.normal), place);
+}
+
+void Collector::polyline(const Polyline2dEntity& pl, const Affine& place) {
+  std::vector<Point3d> pts;
+  std::vector<double> bulges;
+  for (const PolylineVertex& v : pl.vertices) {
+    if ((v.flags & 16) != 0) continue;  // a spline's frame, not drawn
+    pts.push_back({v.position.x, v.position.y, pl.elevation});
+    bulges.push_back(v.bulge);
+  }
+  bulgePath(pts, bulges, pl.closed(), Ocs(pl.normal), place);
+}
+
+// Each element of the style runs off the vertex along the miter by its first
+// parameter; without elements, the vertex path stands for it.
+void Collector::mline(const MlineEntity& m, const Affine& place) {
+  for (const MlineVertex& v : m.vertices) {
+    bool any = false;
+    for (const std::vector<double>& params : v.elementParams) {
+      if (params.empty()) continue;
+      point(plus(v.position, scaled(v.miter, params[0])), place);
+      any = true;
+    }
+    if (!any) point(v.position, place);
   }
 }
 
