@@ -206,5 +206,36 @@ TEST(DrawingFile, RecordsOfAnUndefinedTableAreRefused) {
   EXPECT_GT(refused.first, 0u);
 }
 
+TEST(DrawingFile, ACopySharesNoObjectWithItsOriginal) {
+  // A polyface mesh, whose vertices are entities of their own, and an image
+  // owning its reactor object and reacting to a group.
+  const std::string entities =
+      "  0\nPOLYLINE\n  5\nA0\n100\nAcDbEntity\n  8\n0\n100\nAcDbPolyFaceMesh\n 66\n1\n"
+      " 10\n0.0\n 20\n0.0\n 30\n0.0\n 70\n64\n 71\n1\n 72\n0\n"
+      "  0\nVERTEX\n  5\nA1\n330\nA0\n100\nAcDbEntity\n  8\n0\n100\nAcDbVertex\n"
+      "100\nAcDbPolyFaceMeshVertex\n 10\n0.0\n 20\n0.0\n 30\n0.0\n 70\n192\n"
+      "  0\nSEQEND\n  5\nA2\n330\nA0\n100\nAcDbEntity\n  8\n0\n"
+      "  0\nIMAGE\n  5\nB0\n102\n{ACAD_REACTORS\n330\nB9\n102\n}\n100\nAcDbEntity\n"
+      "  8\n0\n100\nAcDbRasterImage\n 10\n0.0\n 20\n0.0\n 30\n0.0\n340\nB1\n360\nB2\n";
+  LoadedDrawing d = load(replaced(newDrawingText(), "ENTITIES\n", "ENTITIES\n" + entities));
+  for (ObjectId id : d.db->blockEntities(d.db->modelSpace())) {
+    d.db->copyEntity(id, d.db->modelSpace());
+  }
+  const std::string text = save(d);
+  // Read again, no handle is there twice.
+  EXPECT_EQ(load(text).db->blockEntities(load(text).db->modelSpace()).size(), 4u);
+  const auto count = [&](const std::string& what) {
+    std::size_t n = 0;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
+      ++n;
+    }
+    return n;
+  };
+  EXPECT_EQ(count("\nVERTEX\n"), 2u);
+  EXPECT_EQ(count("340\nB1\n"), 2u);  // the image definition is shared
+  EXPECT_EQ(count("360\nB2\n"), 1u);  // the reactor object is the original's
+  EXPECT_EQ(count("330\nB9\n"), 1u);
+}
+
 }  // namespace
 }  // namespace host::dxf

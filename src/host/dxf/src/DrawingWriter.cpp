@@ -4,7 +4,9 @@
 #include "host/dxf/DrawingWriter.h"
 
 #include <algorithm>
+#include <deque>
 
+#include "CopiedText.h"
 #include "EntityCodec.h"
 #include "FileImage.h"
 #include "ObjectDataXrecords.h"
@@ -411,6 +413,13 @@ void Writer::writeEntityText(ObjectId id) {
     }
   }
   const std::string_view text = source(e);
+  if (!text.empty() && id.value() > image_.loadedIdCount) {
+    // Made since the file was read, yet with text from it: a copy.
+    std::deque<std::string> storage;
+    const std::vector<Tag> copied = tagsForCopy(tagsOf(text), e, *this, storage);
+    writeEntity(e, owner, out_, *this, &copied);
+    return;
+  }
   if (!text.empty() && !e.modified && !attributesChanged) {
     // The text names the dictionary the entity was read with; only one made
     // since needs its group written in.

@@ -294,7 +294,11 @@ ReadEntity readEntity(const std::vector<Tag>& tags, ReadContext& context) {
         break;
       }
       auto unknown = readBare<UnknownEntity>(begin, own, context, common);
-      static_cast<UnknownEntity&>(*unknown).dxfName = "POLYLINE";
+      auto& mesh = static_cast<UnknownEntity&>(*unknown);
+      mesh.dxfName = "POLYLINE";
+      for (const Tag* p = own; p < end; p = entityEnd(p, end)) {
+        mesh.followers.push_back(handleOfEntity(p, entityEnd(p, end)));
+      }
       result.entity = std::move(unknown);
       break;
     }
