@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <deque>
+#include <optional>
 
 #include "CopiedText.h"
 #include "EntityCodec.h"
+#include "ErasedReferences.h"
 #include "FileImage.h"
 #include "ObjectDataXrecords.h"
 #include "host/db/PortObjectData.h"
@@ -78,6 +80,7 @@ class Writer : public WriteContext {
   void writeEntityText(ObjectId id);
   void writeObjects(const FileImage::Part& part);
   void writeObject(ObjectId id);
+  void writeTagged(const TaggedObject& o);
   void writeOdXrecord(ObjectId dictionary);
   void writeDictionary(const DbObject& dict, const std::vector<DictEntry>& entries,
                        Handle owner, bool hardOwner);
@@ -94,6 +97,8 @@ class Writer : public WriteContext {
   std::string text_;
   TagWriter out_;
   bool needAppId_ = false;
+  // Whether any object is erased, once something asks.
+  std::optional<bool> erasedAny_;
   std::uint64_t step_ = 0;
 };
 
@@ -595,11 +600,28 @@ void Writer::writeObject(ObjectId id) {
       break;
     }
     case ObjectType::Tagged:
-      out_.writeRaw(source(*o));
+      writeTagged(static_cast<const TaggedObject&>(*o));
       break;
     default:
       break;
   }
+}
+
+void Writer::writeTagged(const TaggedObject& o) {
+  const std::string_view text = source(o);
+  if (!erasedAny_) {
+    erasedAny_ = false;
+    for (std::uint64_t i = 1; i <= db_.idCount() && !*erasedAny_; ++i) {
+      const DbObject* object = db_.object(ObjectId(i));
+      *erasedAny_ = object != nullptr && object->erased;
+    }
+  }
+  const auto gone = [this](Handle handle) {
+    const ObjectId id = db_.idOfHandle(handle);
+    return !id.isNull() && !alive(id);
+  };
+  if (*erasedAny_ && writeWithoutGone(text, o.dxfName, gone, out_)) return;
+  out_.writeRaw(text);
 }
 
 void Writer::writeOdXrecord(ObjectId dictionary) {
