@@ -2,16 +2,19 @@
 // survives exactly, and malformed files are refused with their line.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <string>
 
+#include "host/db/PortDrawing.h"
 #include "host/db/PortObjectData.h"
 #include "host/dxf/DrawingReader.h"
 #include "host/dxf/DrawingWriter.h"
 #include "host/dxf/ParseError.h"
 #include "host/dxf/Template.h"
+#include "platform/Text.h"
 
 namespace host::dxf {
 namespace {
@@ -30,6 +33,17 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   const std::size_t at = text.find(from);
   EXPECT_NE(at, std::string::npos) << from;
   return text.replace(at, from.size(), to);
+}
+
+// The 1-based line of the text where the needle starts, plus lines into it.
+std::size_t lineOf(const std::string& text, const std::string& needle, std::size_t into = 0) {
+  const std::size_t at = text.find(needle);
+  EXPECT_NE(at, std::string::npos) << needle;
+  return static_cast<std::size_t>(std::count(text.begin(), text.begin() + at, '\n')) + 1 + into;
+}
+
+std::string handleOf(const Database& db, ObjectId id) {
+  return platform::toUtf8(handleToText(db.object(id)->handle));
 }
 
 // The line and message a malformed text is refused with.
@@ -204,6 +218,114 @@ TEST(DrawingFile, RecordsOfAnUndefinedTableAreRefused) {
   const auto refused = refusal(text);
   EXPECT_NE(refused.second.find("NOPE"), std::string::npos);
   EXPECT_GT(refused.first, 0u);
+}
+
+TEST(DrawingFile, WhatTheDatabaseCannotHoldIsRefusedWithItsLine) {
+  LoadedDrawing d = load(newDrawingText());
+  addObjectData(*d.db);
+  const std::vector<ObjectId> lines = d.db->blockEntities(d.db->modelSpace());
+  const std::string text = save(d);
+  const std::string entity = "  0\nLINE\n  5\n";
+  const std::string xdict = "{ACAD_XDICTIONARY\n360\n";
+  const std::string xdictOfB = xdict + handleOf(*d.db, d.db->entity(lines[1])->xdict) + "\n";
+  const std::string xdictOfA = xdict + handleOf(*d.db, d.db->entity(lines[0])->xdict) + "\n";
+  struct Case {
+    std::string from;
+    std::string to;
+    std::size_t into;  // lines into `to` where the fault is
+    std::string what;
+  };
+  const Case cases[] = {
+      {"  2\nLENGTH\n 70\n", "  2\nNAME\n 70\n", 0, "two columns named 'NAME'"},
+      {entity + handleOf(*d.db, lines[1]) + "\n", entity + handleOf(*d.db, lines[0]) + "\n", 0,
+       "already the handle of the object on line " +
+           std::to_string(lineOf(text, entity + handleOf(*d.db, lines[0]) + "\n"))},
+      {entity + handleOf(*d.db, lines[2]) + "\n", entity + "0\n", 0, "no handle"},
+      {xdictOfB, xdictOfA, 1,
+       "already the one of the entity on line " + std::to_string(lineOf(text, xdictOfA, 1))},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    const std::string bad = replaced(text, c.from, c.to);
+    const auto refused = refusal(bad);
+    EXPECT_NE(refused.second.find(c.what), std::string::npos) << refused.second;
+    EXPECT_EQ(refused.first, lineOf(text, c.from, c.into));
+  }
+}
+
+TEST(DrawingFile, RecordsThatDoNotMatchTheirTableAreKeptAsReadUntilChanged) {
+  LoadedDrawing d = load(newDrawingText());
+  platform::OdTableDef two;
+  two.columns = {{L"ID", OdType::Integer, L"", OdValue(0)},
+                 {L"NAME", OdType::Character, L"", OdValue(L"")}};
+  d.db->createOdTable(L"T", two);
+  d.db->createOdTable(L"E", platform::OdTableDef());
+  DbOdContainer container(*d.db);
+  std::vector<ObjectId> lines;
+  for (int i = 1; i <= 5; ++i) {
+    lines.push_back(addLine(*d.db, i));
+    EXPECT_EQ(container.getTable(L"T")->addRecord(OdRecord(L"T", {OdValue(i), OdValue(L"n")}),
+                                                  lines.back()),
+              platform::Status::Ok);
+  }
+  EXPECT_EQ(container.getTable(L"E")->addRecord(OdRecord(L"E", {}), lines[4]),
+            platform::Status::Ok);
+  std::string text = save(d);
+  const std::string tooMany = "  2\nT\n 90\n1\n  1\nn\n  1\nextra\n";
+  struct Case {
+    std::string from;
+    std::string to;
+    std::size_t into;  // lines into `to` where the warning points
+    std::string what;
+  };
+  const Case cases[] = {
+      {"  2\nT\n 90\n1\n  1\nn\n", tooMany, 6, "'T' has 3 values for 2 columns"},
+      {"  2\nT\n 90\n2\n", "  2\nT\n 40\n2.5\n", 2, "column 'ID' in a record of the Object Data "
+                                                       "table 'T' is a real, not an integer"},
+      {"  2\nT\n 90\n3\n", "  2\nT\n  1\n7x\n", 2, "is a character value, not an integer"},
+      {"  2\nT\n 90\n4\n  1\nn\n", "  2\nT\n 90\n4\n", 0, "'T' has 1 value for 2 columns"},
+      {"  2\nE\n", "  2\nE\n 90\n5\n", 2, "'E' has 1 value for 0 columns"},
+  };
+  for (const Case& c : cases) text = replaced(text, c.from, c.to);
+  LoadedDrawing read = load(text);
+  ASSERT_EQ(read.warnings.size(), std::size(cases));
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(cases[i].what);
+    EXPECT_EQ(read.warnings[i].line, lineOf(text, cases[i].to, cases[i].into));
+    EXPECT_NE(read.warnings[i].message.find(cases[i].what), std::string::npos)
+        << read.warnings[i].message;
+  }
+  // The module sees each record conformed to its table.
+  const auto records = recordsOf(*read.db);
+  EXPECT_EQ(records[0].second, (std::vector<OdValue>{OdValue(1), OdValue(L"n")}));
+  EXPECT_EQ(records[2].second, (std::vector<OdValue>{OdValue(2), OdValue(L"n")}));
+  EXPECT_EQ(records[4].second, (std::vector<OdValue>{OdValue(7), OdValue(L"n")}));
+  EXPECT_EQ(save(read), text);
+
+  // Another record of the entity changes, the table is renamed: the record
+  // keeps its values as they were read.
+  const std::vector<ObjectId> readLines = read.db->blockEntities(read.db->modelSpace());
+  DbOdContainer readContainer(*read.db);
+  EXPECT_EQ(readContainer.getTable(L"T")->addRecord(OdRecord(L"T", {OdValue(9)}), readLines[0]),
+            platform::Status::Ok);
+  ASSERT_TRUE(read.db->renameOdTable(read.db->findOdTable(L"T"), L"U"));
+  std::string renamed = save(read);
+  EXPECT_NE(renamed.find("  2\nU\n 90\n1\n  1\nn\n  1\nextra\n  2\nU\n 90\n9\n"),
+            std::string::npos);
+  EXPECT_TRUE(load(renamed).warnings.size() == std::size(cases));
+
+  // Changed, a record is conformed to its table.
+  auto it = readContainer.newIterator();
+  OdRecord record;
+  for (ObjectId id : {readLines[0], readLines[1]}) {
+    ASSERT_EQ(it->init(id, platform::OpenMode::Write, true), platform::Status::Ok);
+    ASSERT_EQ(it->getRecord(record), platform::Status::Ok);
+    ASSERT_EQ(it->updateRecord(record), platform::Status::Ok);
+  }
+  const std::string changed = save(read);
+  EXPECT_NE(changed.find("  2\nU\n 90\n1\n  1\nn\n  2\nU\n 90\n9\n"), std::string::npos);
+  EXPECT_NE(changed.find("  2\nU\n 90\n2\n  1\nn\n"), std::string::npos);
+  EXPECT_EQ(load(changed).warnings.size(), std::size(cases) - 2);
 }
 
 TEST(DrawingFile, ACopySharesNoObjectWithItsOriginal) {

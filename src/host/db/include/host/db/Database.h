@@ -166,6 +166,8 @@ class Database {
  private:
   DbObject* objectForWrite(ObjectId id);
   void copyColumns(const MTextEntity& source, ObjectId copy, ObjectId block);
+  // The extension dictionaries that hold records of the table of that index.
+  std::vector<ObjectId> dictionariesWithRecordsOf(std::uint32_t index) const;
   ObjectId addObject(std::unique_ptr<DbObject> object);
   std::unique_ptr<DbObject>& slot(ObjectId id) { return objects_[id.value() - 1]; }
 
