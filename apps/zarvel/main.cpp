@@ -44,6 +44,7 @@ int main(int argc, char** argv) {
       std::cerr << platform::toUtf8(opened.error) << "\n";
       return 1;
     }
+    std::cerr << platform::toUtf8(opened.warnings);
     drawing = std::move(opened.document);
   }
 

@@ -36,6 +36,17 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return text.replace(at, from.size(), to);
 }
 
+// The 1-based line of the text where the needle starts, plus lines into it.
+std::size_t lineOf(const std::string& text, const std::string& needle, std::size_t into = 0) {
+  const std::size_t at = text.find(needle);
+  EXPECT_NE(at, std::string::npos) << needle;
+  return static_cast<std::size_t>(std::count(text.begin(), text.begin() + at, '\n')) + 1 + into;
+}
+
+std::string handleOf(const Database& db, ObjectId id) {
+  return platform::toUtf8(handleToText(db.object(id)->handle));
+}
+
 // The line and message a malformed text is refused with.
 std::pair<std::size_t, std::string> refusal(const std::string& text) {
   try {
@@ -44,13 +55,6 @@ std::pair<std::size_t, std::string> refusal(const std::string& text) {
     return {e.line(), e.what()};
   }
   return {0, "accepted"};
-}
-
-// The 1-based line on which a text first has the given bytes.
-std::size_t lineOf(const std::string& text, const std::string& bytes) {
-  const std::size_t at = text.find(bytes);
-  EXPECT_NE(at, std::string::npos) << bytes;
-  return static_cast<std::size_t>(std::count(text.begin(), text.begin() + at, '\n')) + 1;
 }
 
 ObjectId addLine(Database& db, double y) {
@@ -391,6 +395,145 @@ TEST(DrawingFile, RecordsOfAnUndefinedTableAreRefused) {
   const auto refused = refusal(text);
   EXPECT_NE(refused.second.find("NOPE"), std::string::npos);
   EXPECT_GT(refused.first, 0u);
+}
+
+TEST(DrawingFile, WhatTheDatabaseCannotHoldIsRefusedWithItsLine) {
+  LoadedDrawing d = load(newDrawingText());
+  addObjectData(*d.db);
+  const std::vector<ObjectId> lines = d.db->blockEntities(d.db->modelSpace());
+  const std::string text = save(d);
+  const std::string entity = "  0\nLINE\n  5\n";
+  const std::string xdict = "{ACAD_XDICTIONARY\n360\n";
+  const std::string xdictOfB = xdict + handleOf(*d.db, d.db->entity(lines[1])->xdict) + "\n";
+  const std::string xdictOfA = xdict + handleOf(*d.db, d.db->entity(lines[0])->xdict) + "\n";
+  struct Case {
+    std::string from;
+    std::string to;
+    std::size_t into;  // lines into `to` where the fault is
+    std::string what;
+  };
+  const Case cases[] = {
+      {"  2\nLENGTH\n 70\n", "  2\nNAME\n 70\n", 0, "two columns named 'NAME'"},
+      {entity + handleOf(*d.db, lines[1]) + "\n", entity + handleOf(*d.db, lines[0]) + "\n", 0,
+       "already the handle of the object on line " +
+           std::to_string(lineOf(text, entity + handleOf(*d.db, lines[0]) + "\n"))},
+      {entity + handleOf(*d.db, lines[2]) + "\n", entity + "0\n", 0, "no handle"},
+      {xdictOfB, xdictOfA, 1,
+       "already the one of the entity on line " + std::to_string(lineOf(text, xdictOfA, 1))},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    const std::string bad = replaced(text, c.from, c.to);
+    const auto refused = refusal(bad);
+    EXPECT_NE(refused.second.find(c.what), std::string::npos) << refused.second;
+    EXPECT_EQ(refused.first, lineOf(text, c.from, c.into));
+  }
+}
+
+TEST(DrawingFile, RecordsThatDoNotMatchTheirTableAreKeptAsReadUntilChanged) {
+  LoadedDrawing d = load(newDrawingText());
+  platform::OdTableDef two;
+  two.columns = {{L"ID", OdType::Integer, L"", OdValue(0)},
+                 {L"NAME", OdType::Character, L"", OdValue(L"")}};
+  d.db->createOdTable(L"T", two);
+  d.db->createOdTable(L"E", platform::OdTableDef());
+  DbOdContainer container(*d.db);
+  std::vector<ObjectId> lines;
+  for (int i = 1; i <= 5; ++i) {
+    lines.push_back(addLine(*d.db, i));
+    EXPECT_EQ(container.getTable(L"T")->addRecord(OdRecord(L"T", {OdValue(i), OdValue(L"n")}),
+                                                  lines.back()),
+              platform::Status::Ok);
+  }
+  EXPECT_EQ(container.getTable(L"E")->addRecord(OdRecord(L"E", {}), lines[4]),
+            platform::Status::Ok);
+  std::string text = save(d);
+  const std::string tooMany = "  2\nT\n 90\n1\n  1\nn\n  1\nextra\n";
+  struct Case {
+    std::string from;
+    std::string to;
+    std::size_t into;  // lines into `to` where the warning points
+    std::string what;
+  };
+  const Case cases[] = {
+      {"  2\nT\n 90\n1\n  1\nn\n", tooMany, 6, "'T' has 3 values for 2 columns"},
+      {"  2\nT\n 90\n2\n", "  2\nT\n 40\n2.5\n", 2, "column 'ID' in a record of the Object Data "
+                                                       "table 'T' is a real, not an integer"},
+      {"  2\nT\n 90\n3\n", "  2\nT\n  1\n7x\n", 2, "is a character value, not an integer"},
+      {"  2\nT\n 90\n4\n  1\nn\n", "  2\nT\n 90\n4\n", 0, "'T' has 1 value for 2 columns"},
+      {"  2\nE\n", "  2\nE\n 90\n5\n", 2, "'E' has 1 value for 0 columns"},
+  };
+  for (const Case& c : cases) text = replaced(text, c.from, c.to);
+  LoadedDrawing read = load(text);
+  ASSERT_EQ(read.warnings.size(), std::size(cases));
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(cases[i].what);
+    EXPECT_EQ(read.warnings[i].line, lineOf(text, cases[i].to, cases[i].into));
+    EXPECT_NE(read.warnings[i].message.find(cases[i].what), std::string::npos)
+        << read.warnings[i].message;
+  }
+  // The module sees each record conformed to its table.
+  const auto records = recordsOf(*read.db);
+  EXPECT_EQ(records[0].second, (std::vector<OdValue>{OdValue(1), OdValue(L"n")}));
+  EXPECT_EQ(records[2].second, (std::vector<OdValue>{OdValue(2), OdValue(L"n")}));
+  EXPECT_EQ(records[4].second, (std::vector<OdValue>{OdValue(7), OdValue(L"n")}));
+  EXPECT_EQ(save(read), text);
+
+  // Another record of the entity changes, the table is renamed: the record
+  // keeps its values as they were read.
+  const std::vector<ObjectId> readLines = read.db->blockEntities(read.db->modelSpace());
+  DbOdContainer readContainer(*read.db);
+  EXPECT_EQ(readContainer.getTable(L"T")->addRecord(OdRecord(L"T", {OdValue(9)}), readLines[0]),
+            platform::Status::Ok);
+  ASSERT_TRUE(read.db->renameOdTable(read.db->findOdTable(L"T"), L"U"));
+  std::string renamed = save(read);
+  EXPECT_NE(renamed.find("  2\nU\n 90\n1\n  1\nn\n  1\nextra\n  2\nU\n 90\n9\n"),
+            std::string::npos);
+  EXPECT_TRUE(load(renamed).warnings.size() == std::size(cases));
+
+  // Changed, a record is conformed to its table.
+  auto it = readContainer.newIterator();
+  OdRecord record;
+  for (ObjectId id : {readLines[0], readLines[1]}) {
+    ASSERT_EQ(it->init(id, platform::OpenMode::Write, true), platform::Status::Ok);
+    ASSERT_EQ(it->getRecord(record), platform::Status::Ok);
+    ASSERT_EQ(it->updateRecord(record), platform::Status::Ok);
+  }
+  const std::string changed = save(read);
+  EXPECT_NE(changed.find("  2\nU\n 90\n1\n  1\nn\n  2\nU\n 90\n9\n"), std::string::npos);
+  EXPECT_NE(changed.find("  2\nU\n 90\n2\n  1\nn\n"), std::string::npos);
+  EXPECT_EQ(load(changed).warnings.size(), std::size(cases) - 2);
+}
+
+TEST(DrawingFile, ACopySharesNoObjectWithItsOriginal) {
+  // A polyface mesh, whose vertices are entities of their own, and an image
+  // owning its reactor object and reacting to a group.
+  const std::string entities =
+      "  0\nPOLYLINE\n  5\nA0\n100\nAcDbEntity\n  8\n0\n100\nAcDbPolyFaceMesh\n 66\n1\n"
+      " 10\n0.0\n 20\n0.0\n 30\n0.0\n 70\n64\n 71\n1\n 72\n0\n"
+      "  0\nVERTEX\n  5\nA1\n330\nA0\n100\nAcDbEntity\n  8\n0\n100\nAcDbVertex\n"
+      "100\nAcDbPolyFaceMeshVertex\n 10\n0.0\n 20\n0.0\n 30\n0.0\n 70\n192\n"
+      "  0\nSEQEND\n  5\nA2\n330\nA0\n100\nAcDbEntity\n  8\n0\n"
+      "  0\nIMAGE\n  5\nB0\n102\n{ACAD_REACTORS\n330\nB9\n102\n}\n100\nAcDbEntity\n"
+      "  8\n0\n100\nAcDbRasterImage\n 10\n0.0\n 20\n0.0\n 30\n0.0\n340\nB1\n360\nB2\n";
+  LoadedDrawing d = load(replaced(newDrawingText(), "ENTITIES\n", "ENTITIES\n" + entities));
+  for (ObjectId id : d.db->blockEntities(d.db->modelSpace())) {
+    d.db->copyEntity(id, d.db->modelSpace());
+  }
+  const std::string text = save(d);
+  // Read again, no handle is there twice.
+  EXPECT_EQ(load(text).db->blockEntities(load(text).db->modelSpace()).size(), 4u);
+  const auto count = [&](const std::string& what) {
+    std::size_t n = 0;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
+      ++n;
+    }
+    return n;
+  };
+  EXPECT_EQ(count("\nVERTEX\n"), 2u);
+  EXPECT_EQ(count("340\nB1\n"), 2u);  // the image definition is shared
+  EXPECT_EQ(count("360\nB2\n"), 1u);  // the reactor object is the original's
+  EXPECT_EQ(count("330\nB9\n"), 1u);
 }
 
 }  // namespace

@@ -29,6 +29,19 @@ grep -v '^EOF$' good.dxf | head -n -1 >noeof.dxf
 "$zarvel" noeof.dxf -s draw.scr >/dev/null 2>stderr.txt && fail "a drawing without EOF opened"
 grep -q "^Error: noeof.dxf:$(wc -l <noeof.dxf): " stderr.txt || fail "not the last line: $(cat stderr.txt)"
 
+# A record of the wrong type is taken with a warning naming its line, where
+# the drawing is opened: on standard error, or in the transcript of OPEN.
+printf -- '-ODDEFINE\nT\nID\nInteger\n0\n\nLINE\n0,0\n1,1\n\n-ODATTACH\nT\nID=7\nL\n\nSAVEAS\nod.dxf\n' >od.scr
+"$zarvel" -s od.scr >/dev/null || fail "a drawing with Object Data could not be saved"
+perl -0pe 's/  2\nT\n 90\n7\n/  2\nT\n 40\n7.5\n/' od.dxf >mismatch.dxf
+line=$(($(grep -n '^7\.5$' mismatch.dxf | cut -d: -f1) - 1))
+: >empty.scr
+"$zarvel" mismatch.dxf -s empty.scr >stdout.txt 2>stderr.txt || fail "a mismatched record was refused"
+grep -q "^Warning: mismatch.dxf:$line: .*'ID'.* is a real" stderr.txt ||
+  fail "no warning for line $line: $(cat stderr.txt)"
+printf 'OPEN\nmismatch.dxf\n' | "$zarvel" -s - >stdout.txt 2>stderr.txt
+grep -q "^Warning: mismatch.dxf:$line: " stdout.txt || fail "OPEN gave no warning: $(cat stdout.txt)"
+
 # A save into a folder that is not there fails, and says so.
 "$zarvel" good.dxf -s draw.scr -o missing/out.dxf >/dev/null 2>stderr.txt
 status=$?

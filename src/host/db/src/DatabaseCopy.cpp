@@ -9,7 +9,10 @@ ObjectId Database::copyEntity(ObjectId source, ObjectId block) {
   if (original == nullptr) return {};
   std::unique_ptr<DbObject> made = original->clone();
   auto* copy = static_cast<Entity*>(made.get());
-  copy->source = {};
+  // The copy keeps the source text of the original, for what the host does
+  // not model (thickness, XDATA...); being modified, it is never written as
+  // that text alone.
+  copy->modified = true;
   copy->xdict = ObjectId();
   copy->owner = block;
   // Vertices of old-style polylines and their end mark have handles of their own.
@@ -19,6 +22,9 @@ ObjectId Database::copyEntity(ObjectId source, ObjectId block) {
   };
   if (copy->kind() == EntityKind::Polyline2d) renumber(static_cast<Polyline2dEntity&>(*copy));
   if (copy->kind() == EntityKind::Polyline3d) renumber(static_cast<Polyline3dEntity&>(*copy));
+  if (copy->kind() == EntityKind::Unknown) {
+    for (Handle& h : static_cast<UnknownEntity&>(*copy).followers) h = handleSeed_++;
+  }
   std::vector<ObjectId> attributes;
   if (copy->kind() == EntityKind::BlockReference) {
     auto& reference = static_cast<BlockReferenceEntity&>(*copy);
@@ -31,6 +37,9 @@ ObjectId Database::copyEntity(ObjectId source, ObjectId block) {
   for (ObjectId a : attributes) {
     const ObjectId attribute = copyEntity(a, id);
     modify<BlockReferenceEntity>(id)->attributes.push_back(attribute);
+  }
+  if (const auto* text = get<MTextEntity>(source); text != nullptr && !text->columns.empty()) {
+    copyColumns(*text, id, block);
   }
   if (const ExtDictionary* dict = get<ExtDictionary>(original->xdict)) {
     // The Object Data and the feature class travel with the dictionary; the
@@ -46,6 +55,18 @@ ObjectId Database::copyEntity(ObjectId source, ObjectId block) {
     }
   }
   return id;
+}
+
+void Database::copyColumns(const MTextEntity& source, ObjectId copy, ObjectId block) {
+  std::vector<Handle> columns = source.columns;
+  for (Handle& h : columns) {
+    const auto* column = get<MTextEntity>(idOfHandle(h));
+    // A column holds no columns of its own; one that would is no column, and
+    // copying it could go round in circles.
+    if (column == nullptr || column->erased || !column->columns.empty()) continue;
+    h = object(copyEntity(idOfHandle(h), block))->handle;
+  }
+  modify<MTextEntity>(copy)->columns = std::move(columns);
 }
 
 }  // namespace host

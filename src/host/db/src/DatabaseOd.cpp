@@ -97,19 +97,27 @@ ObjectId Database::createOdTable(const std::wstring& name,
   return id;
 }
 
+std::vector<ObjectId> Database::dictionariesWithRecordsOf(std::uint32_t index) const {
+  std::vector<ObjectId> found;
+  for (std::uint64_t i = 1; i <= idCount(); ++i) {
+    const auto* dict = get<ExtDictionary>(ObjectId(i));
+    if (dict == nullptr) continue;
+    for (auto p = dict->od.begin(); p < dict->od.end(); p = dict->od.next(p)) {
+      if (dict->od.tableAt(p) == index) {
+        found.push_back(ObjectId(i));
+        break;
+      }
+    }
+  }
+  return found;
+}
+
 bool Database::removeOdTable(ObjectId table) {
   const OdTableObject* t = odTable(table);
   if (t == nullptr || t->erased) return false;
   const std::uint32_t index = t->index;
-  for (std::uint64_t i = 1; i <= idCount(); ++i) {
-    const auto* dict = get<ExtDictionary>(ObjectId(i));
-    if (dict == nullptr) continue;
-    bool has = false;
-    for (auto p = dict->od.begin(); p < dict->od.end() && !has; p = dict->od.next(p)) {
-      has = dict->od.tableAt(p) == index;
-    }
-    if (!has) continue;
-    OdRecordList& od = modify<ExtDictionary>(ObjectId(i))->od;
+  for (ObjectId id : dictionariesWithRecordsOf(index)) {
+    OdRecordList& od = modify<ExtDictionary>(id)->od;
     for (auto p = od.begin(); p < od.end();) {
       if (od.tableAt(p) == index) {
         od.remove(p);
@@ -129,6 +137,8 @@ bool Database::renameOdTable(ObjectId table, const std::wstring& newName) {
   for (ObjectId id : odTableIds()) {
     if (odTable(id)->name == newName) return false;
   }
+  // Records name their table in the file: theirs are written anew.
+  for (ObjectId id : dictionariesWithRecordsOf(t->index)) modify<ExtDictionary>(id);
   modify<OdTableObject>(table)->name = newName;
   bumpOdGeneration();
   return true;

@@ -1,6 +1,8 @@
-// Encoding of a record: u32 table index, u32 byte length of the values, then per
+// Encoding of a record: u32 table index, u32 byte length of the rest, then per
 // value a type byte and its payload (i32; f64; three f64; u32 count and UTF-16
-// code units). Integers are stored in the machine's byte order.
+// code units). Integers are stored in the machine's byte order. The top bit of
+// the table index says that the record's text as read comes first, as a u32
+// byte count and the bytes.
 #include "host/db/OdRecordList.h"
 
 #include <cassert>
@@ -14,6 +16,7 @@ using platform::OdType;
 using platform::OdValue;
 
 constexpr std::uint32_t kHeaderSize = 8;
+constexpr std::uint32_t kHasText = 0x80000000u;
 
 template <typename T>
 T readAt(const std::uint8_t* p) {
@@ -63,10 +66,15 @@ std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
   return text;
 }
 
-std::vector<std::uint8_t> encode(std::uint32_t table, const std::vector<OdValue>& values) {
+std::vector<std::uint8_t> encode(std::uint32_t table, const std::vector<OdValue>& values,
+                                 std::string_view text) {
   std::vector<std::uint8_t> out;
-  put(out, table);
+  put(out, text.empty() ? table : table | kHasText);
   put(out, std::uint32_t{0});
+  if (!text.empty()) {
+    put(out, static_cast<std::uint32_t>(text.size()));
+    out.insert(out.end(), text.begin(), text.end());
+  }
   for (const OdValue& v : values) {
     out.push_back(static_cast<std::uint8_t>(v.type()));
     switch (v.type()) {
@@ -113,7 +121,13 @@ OdRecordList::Pos OdRecordList::next(Pos pos) const {
 }
 
 std::uint32_t OdRecordList::tableAt(Pos pos) const {
-  return readAt<std::uint32_t>(data_.get() + pos);
+  return readAt<std::uint32_t>(data_.get() + pos) & ~kHasText;
+}
+
+std::string_view OdRecordList::textAt(Pos pos) const {
+  if ((readAt<std::uint32_t>(data_.get() + pos) & kHasText) == 0) return {};
+  const std::uint8_t* p = data_.get() + pos + kHeaderSize;
+  return {reinterpret_cast<const char*>(p + 4), readAt<std::uint32_t>(p)};
 }
 
 int OdRecordList::valueCountAt(Pos pos) const {
@@ -125,6 +139,7 @@ int OdRecordList::valueCountAt(Pos pos) const {
 void OdRecordList::valuesAt(Pos pos, std::vector<OdValue>& out) const {
   out.clear();
   const std::uint8_t* p = data_.get() + pos + kHeaderSize;
+  if (const std::string_view text = textAt(pos); !text.empty()) p += 4 + text.size();
   const std::uint8_t* last = data_.get() + next(pos);
   while (p < last) {
     const auto type = static_cast<OdType>(*p++);
@@ -173,12 +188,13 @@ void OdRecordList::splice(Pos pos, std::uint32_t removed,
   size_ = newSize;
 }
 
-void OdRecordList::append(std::uint32_t table, const std::vector<OdValue>& values) {
-  splice(size_, 0, encode(table, values));
+void OdRecordList::append(std::uint32_t table, const std::vector<OdValue>& values,
+                          std::string_view text) {
+  splice(size_, 0, encode(table, values, text));
 }
 
 void OdRecordList::replace(Pos pos, std::uint32_t table, const std::vector<OdValue>& values) {
-  splice(pos, next(pos) - pos, encode(table, values));
+  splice(pos, next(pos) - pos, encode(table, values, {}));
 }
 
 void OdRecordList::remove(Pos pos) { splice(pos, next(pos) - pos, {}); }

@@ -11,6 +11,7 @@
 
 #include "EntityCodec.h"
 #include "EntityCommon.h"
+#include "FileHandles.h"
 #include "FileImage.h"
 #include "GroupCodes.h"
 #include "KeptText.h"
@@ -34,6 +35,15 @@ std::size_t xrecordDataStart(const std::vector<Tag>& body) {
   if (i < body.size()) ++i;
   if (i < body.size() && body[i].code == 280) ++i;
   return i;
+}
+
+// The group 5 of the tags of an object after its group 0, 0 if none.
+Handle handleBeforeSubclasses(const std::vector<Tag>& body) {
+  for (const Tag& t : body) {
+    if (t.code == 100) break;
+    if (t.code == 5) return handleOf(t);
+  }
+  return 0;
 }
 
 class Reader : public ReadContext {
@@ -79,6 +89,8 @@ class Reader : public ReadContext {
   // Reads the entity that starts with `first`, owned by a block (null: from its tags).
   void readEntity(const Tag& first, ObjectId block);
   std::size_t readObjects();
+  // Two entities cannot own one extension dictionary; xdictOf_ is sorted.
+  void checkXdictsUnshared() const;
   void finish();
 
   std::shared_ptr<const std::string> text_;
@@ -102,7 +114,14 @@ class Reader : public ReadContext {
   std::unordered_map<std::wstring, ObjectId> blocks_;
   std::unordered_map<Handle, ObjectId> blockHandles_;
   std::vector<std::pair<ObjectId, Handle>> dynamicOf_;  // anonymous block, dynamic block
-  std::vector<std::pair<ObjectId, Handle>> xdictOf_;  // entity, its dictionary's handle
+  struct XdictOf {
+    ObjectId entity;
+    Handle handle;     // of its extension dictionary
+    std::size_t line;  // where the entity names it
+  };
+  std::vector<XdictOf> xdictOf_;
+  FileHandles handles_;
+  std::vector<FileWarning> warnings_;
   std::vector<std::pair<ObjectId, Handle>> ownersToFind_;  // object, its owner's handle
   std::vector<Tag> body_;
   std::size_t nextProgress_ = 0;
@@ -277,7 +296,9 @@ LoadedDrawing Reader::run() {
     throw ParseError(tags_.lastLine(), "the file ends here without its end of file marker (EOF)");
   }
   finish();
-  return {std::move(db_), std::move(image_)};
+  std::stable_sort(warnings_.begin(), warnings_.end(),
+                   [](const FileWarning& a, const FileWarning& b) { return a.line < b.line; });
+  return {std::move(db_), std::move(image_), std::move(warnings_)};
 }
 
 std::size_t Reader::readHeader() {
@@ -341,6 +362,7 @@ std::size_t Reader::readTables() {
       if (t.code == 2) table.name = std::string(t.value);
       if (t.code == 5) table.handle = handleOf(t);
     }
+    handles_.add(table.handle);
     table.head = spanFrom(tag.offset);
     for (;;) {
       const Tag record = nextTag("a table");
@@ -376,6 +398,7 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
       hasName = true;
     }
   }
+  handles_.add(handle);
   const std::wstring decoded = codec().decode(name);
   // A record counts for what its table holds; one in another table is kept as text there.
   if (first.value == "LAYER" && table.name == "LAYER") {
@@ -461,6 +484,7 @@ std::size_t Reader::readBlocks() {
     std::string_view name;
     Point3d base;
     std::int16_t flags = 0;
+    handles_.add(handleBeforeSubclasses(body_));
     for (const Tag& t : body_) {
       if (t.code == 330 && owner == 0) owner = handleOf(t);
       if (t.code == 2 && name.empty()) name = t.value;
@@ -489,6 +513,7 @@ std::size_t Reader::readBlocks() {
       if (inner.value == "ENDBLK") {
         body_.clear();
         readBody(body_);
+        handles_.add(handleBeforeSubclasses(body_));
         text.end = spanFrom(inner.offset);
         break;
       }
@@ -526,6 +551,14 @@ void Reader::readEntity(const Tag& first, ObjectId blockId) {
       if (sub.value == "SEQEND") break;
     }
   }
+  // Vertices, attributes and the SEQEND are entities of the file with handles of their own.
+  for (std::size_t i = 0; i < body_.size(); ++i) {
+    if (body_[i].code != 0) continue;
+    const Tag* begin = body_.data() + i;
+    const Tag* end = entity::entityEnd(begin, body_.data() + body_.size());
+    handles_.addRequired(entity::handleOfEntity(begin, end), begin->line,
+                         std::string(begin->value));
+  }
   ReadEntity read = dxf::readEntity(body_, *this);
   Entity& entity = *read.entity;
   entity.source = spanFrom(first.offset);
@@ -548,7 +581,14 @@ void Reader::readEntity(const Tag& first, ObjectId blockId) {
     if (marks.size() <= id.value()) marks.resize(id.value() + 1, false);
     marks[id.value()] = true;
   }
-  if (xdict != 0) xdictOf_.emplace_back(id, xdict);
+  if (xdict != 0) {
+    std::size_t line = first.line;
+    for (const Tag& t : body_) {
+      if (t.code == 100) break;
+      if (t.code == 360) line = t.line;
+    }
+    xdictOf_.push_back({id, xdict, line});
+  }
   for (auto& attribute : read.attributes) {
     attribute->owner = id;
     const ObjectId attributeId = db_->addLoaded(std::move(attribute));
@@ -604,11 +644,13 @@ std::size_t Reader::readObjects() {
   // root names the dictionary of Object Data tables, that one the tables'
   // xrecords, and entities' extension dictionaries their records' xrecords.
   const TagReader::Position sectionStart = tags_.position();
-  std::sort(xdictOf_.begin(), xdictOf_.end(),
-            [](const auto& a, const auto& b) { return a.second < b.second; });
+  std::sort(xdictOf_.begin(), xdictOf_.end(), [](const XdictOf& a, const XdictOf& b) {
+    return a.handle != b.handle ? a.handle < b.handle : a.line < b.line;
+  });
+  checkXdictsUnshared();
   std::vector<std::pair<Handle, ObjectId>> xdictOwners;  // dictionary handle, entity
   xdictOwners.reserve(xdictOf_.size());
-  for (const auto& [entity, handle] : xdictOf_) xdictOwners.emplace_back(handle, entity);
+  for (const XdictOf& x : xdictOf_) xdictOwners.emplace_back(x.handle, x.entity);
   std::vector<std::pair<Handle, Handle>> odXrecords;  // xrecord handle, its dictionary
   std::unordered_map<Handle, std::wstring> tableXrecords;
   Handle odTables = 0;
@@ -662,8 +704,8 @@ std::size_t Reader::readObjects() {
     body_.push_back(*tags_.next());
     readBody(body_);
     tags_.seek(back);
-    readRecords(*tables, body_, xrecordDataStart(body_), codec(),
-                db_->loading<ExtDictionary>(dictId)->od);
+    readRecords(*tables, body_, xrecordDataStart(body_), codec(), *text_,
+                db_->loading<ExtDictionary>(dictId)->od, warnings_);
   };
   first = true;
   for (;;) {
@@ -679,6 +721,7 @@ std::size_t Reader::readObjects() {
     first = false;
     const bool dictionary = tag.value == "DICTIONARY";
     scanObject(body_, dictionary, head);
+    handles_.addRequired(head.handle, tag.line, std::string(tag.value));
     const SourceSpan span = spanFrom(tag.offset);
     auto entriesOf = [&](bool skipOd) {
       std::vector<DictEntry> entries;
@@ -708,7 +751,7 @@ std::size_t Reader::readObjects() {
                tag.value == "XRECORD" && table != tableXrecords.end()) {
       auto t = std::make_unique<OdTableObject>();
       t->name = table->second;
-      t->definition = readTableDefinition(body_, xrecordDataStart(body_), codec());
+      t->definition = readTableDefinition(body_, xrecordDataStart(body_), codec(), t->name);
       object = std::move(t);
       --tablesLeft;
     } else if (auto od = tag.value == "XRECORD" ? findIn(odXrecords, head.handle)
@@ -732,8 +775,8 @@ std::size_t Reader::readObjects() {
           tableLookup = std::make_unique<TableLookup>(*db_);
           tables = tableLookup.get();
         }
-        readRecords(*tables, body_, xrecordDataStart(body_), codec(),
-                    db_->loading<ExtDictionary>(dictId)->od);
+        readRecords(*tables, body_, xrecordDataStart(body_), codec(), *text_,
+                    db_->loading<ExtDictionary>(dictId)->od, warnings_);
       } else {
         recordsToRead.emplace_back(dictId, at);
       }
@@ -783,7 +826,22 @@ std::size_t Reader::readObjects() {
   return endsec;
 }
 
+void Reader::checkXdictsUnshared() const {
+  const XdictOf* twice = nullptr;
+  for (std::size_t i = 1; i < xdictOf_.size(); ++i) {
+    if (xdictOf_[i].handle != xdictOf_[i - 1].handle) continue;
+    if (twice == nullptr || xdictOf_[i].line < twice->line) twice = &xdictOf_[i];
+  }
+  if (twice == nullptr) return;
+  const XdictOf& owner = *std::find_if(xdictOf_.begin(), xdictOf_.end(),
+                                       [&](const XdictOf& x) { return x.handle == twice->handle; });
+  throw ParseError(twice->line,
+                   "the extension dictionary " + platform::toUtf8(handleToText(twice->handle)) +
+                       " is already the one of the entity on line " + std::to_string(owner.line));
+}
+
 void Reader::finish() {
+  handles_.checkUnique(*text_);
   // Layers made for names the table lacked have no handle until they are saved.
   db_->setNextHandle(firstNewHandle());
   db_->reindexHandles();

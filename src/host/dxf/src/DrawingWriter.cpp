@@ -4,9 +4,13 @@
 #include "host/dxf/DrawingWriter.h"
 
 #include <algorithm>
+#include <deque>
+#include <optional>
 
+#include "CopiedText.h"
 #include "DrawingCheck.h"
 #include "EntityCodec.h"
+#include "ErasedReferences.h"
 #include "FileImage.h"
 #include "GroupCodes.h"
 #include "ObjectDataXrecords.h"
@@ -77,6 +81,7 @@ class Writer : public WriteContext {
   void writeEntityText(ObjectId id);
   void writeObjects(const FileImage::Part& part);
   void writeObject(ObjectId id);
+  void writeTagged(const TaggedObject& o);
   void writeOdXrecord(ObjectId dictionary);
   void writeDictionary(const DbObject& dict, const std::vector<DictEntry>& entries,
                        Handle owner, bool hardOwner);
@@ -94,6 +99,8 @@ class Writer : public WriteContext {
   std::string text_;
   TagWriter out_;
   bool needAppId_ = false;
+  // Whether any object is erased, once something asks.
+  std::optional<bool> erasedAny_;
   std::uint64_t step_ = 0;
 };
 
@@ -416,6 +423,13 @@ void Writer::writeEntityText(ObjectId id) {
     }
   }
   const std::string_view text = source(e);
+  if (!text.empty() && id.value() > image_.loadedIdCount) {
+    // Made since the file was read, yet with text from it: a copy.
+    std::deque<std::string> storage;
+    const std::vector<Tag> copied = tagsForCopy(tagsOf(text), e, *this, storage);
+    writeEntity(e, owner, out_, *this, &copied);
+    return;
+  }
   if (!text.empty() && !e.modified && !attributesChanged) {
     // The text names the dictionary the entity was read with; only one made
     // since needs its group written in.
@@ -600,11 +614,28 @@ void Writer::writeObject(ObjectId id) {
       break;
     }
     case ObjectType::Tagged:
-      out_.writeRaw(source(*o));
+      writeTagged(static_cast<const TaggedObject&>(*o));
       break;
     default:
       break;
   }
+}
+
+void Writer::writeTagged(const TaggedObject& o) {
+  const std::string_view text = source(o);
+  if (!erasedAny_) {
+    erasedAny_ = false;
+    for (std::uint64_t i = 1; i <= db_.idCount() && !*erasedAny_; ++i) {
+      const DbObject* object = db_.object(ObjectId(i));
+      *erasedAny_ = object != nullptr && object->erased;
+    }
+  }
+  const auto gone = [this](Handle handle) {
+    const ObjectId id = db_.idOfHandle(handle);
+    return !id.isNull() && !alive(id);
+  };
+  if (*erasedAny_ && writeWithoutGone(text, o.dxfName, gone, out_)) return;
+  out_.writeRaw(text);
 }
 
 void Writer::writeOdXrecord(ObjectId dictionary) {

@@ -266,7 +266,13 @@ ReadEntity readEntity(const std::vector<Tag>& tags, ReadContext& context) {
         result.entity = readPolyline(begin, end, form == PolylineForm::ThreeD, context, common);
         break;
       }
+      // A mesh: kept as text, with the handles of its vertices, which a copy
+      // gives new ones.
       result.entity = readUnknown(begin, own, context, common);
+      auto& mesh = static_cast<UnknownEntity&>(*result.entity);
+      for (const Tag* p = own; p < end; p = entityEnd(p, end)) {
+        mesh.followers.push_back(handleOfEntity(p, entityEnd(p, end)));
+      }
       break;
     }
     case EntityKind::Solid3d:

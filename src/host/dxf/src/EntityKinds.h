@@ -64,6 +64,9 @@ extern const KindInfo kMTextKind;
 std::unique_ptr<Entity> readMText(const Tag* begin, const Tag* end, ReadContext& context,
                                   CommonRead& common);
 void writeMText(const MTextEntity& e, EntityWriter& w);
+// The handles of the MTEXTs that hold the further columns of a multiline text
+// in a file before 2018, as the ACAD XDATA of [begin, end) lists them.
+std::vector<Handle> mtextColumnHandles(const Tag* begin, const Tag* end);
 
 extern const KindInfo kAttributeKind;
 std::unique_ptr<Entity> readAttribute(const Tag* begin, const Tag* end, ReadContext& context,

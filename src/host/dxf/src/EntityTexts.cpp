@@ -239,7 +239,25 @@ std::unique_ptr<Entity> readMText(const Tag* begin, const Tag* end, ReadContext&
   });
   readTags(begin, end, kMTextKind, e.get(), context, common, &tags);
   if (pieces > 0) decodeInto(context.codec(), pieces > 1 ? joined : first, e->text);
+  e->columns = mtextColumnHandles(begin, end);
   return e;
+}
+
+std::vector<Handle> mtextColumnHandles(const Tag* begin, const Tag* end) {
+  std::vector<Handle> handles;
+  bool inAcad = false;
+  bool inColumns = false;
+  for (const Tag* p = begin; p < end; ++p) {
+    if (p->code == 1001) {
+      inAcad = p->value == "ACAD";
+      inColumns = false;
+    } else if (inAcad && p->code == 1000) {
+      inColumns = p->value == "ACAD_MTEXT_COLUMNS_BEGIN";
+    } else if (inColumns && p->code == 1005) {
+      handles.push_back(handleOf(*p));
+    }
+  }
+  return handles;
 }
 
 void writeMText(const MTextEntity& e, EntityWriter& w) {

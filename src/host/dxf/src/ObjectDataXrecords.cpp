@@ -1,6 +1,7 @@
 // Values are coded by type: 90 integer, 40 real, 1 character, 10/20/30 point.
 #include "ObjectDataXrecords.h"
 
+#include <optional>
 
 #include "EntityCommon.h"
 #include "GroupCodes.h"
@@ -71,6 +72,57 @@ bool readValue(const std::vector<Tag>& tags, std::size_t& i, const TextCodec& co
   }
 }
 
+const char* typeWord(OdType type) {
+  switch (type) {
+    case OdType::Integer:
+      return "an integer";
+    case OdType::Real:
+      return "a real";
+    case OdType::Character:
+      return "a character value";
+    case OdType::Point:
+      return "a point";
+    case OdType::Unknown:
+      break;
+  }
+  return "no value";
+}
+
+// What keeps a record from matching its table, as a warning; none when it matches.
+std::optional<FileWarning> mismatchOf(const std::wstring& table,
+                                      const platform::OdTableDef& definition,
+                                      const std::vector<OdValue>& values,
+                                      const std::vector<std::size_t>& lines,
+                                      std::size_t recordLine) {
+  const std::size_t columns = definition.columns.size();
+  std::size_t k = 0;
+  while (k < values.size() && k < columns && values[k].type() == definition.columns[k].type) ++k;
+  if (k == values.size() && k == columns) return std::nullopt;
+  const std::string kept = "; it is kept as it was read until it is changed";
+  const std::string record = "a record of the Object Data table '" + platform::toUtf8(table) + "'";
+  if (k < values.size() && k < columns) {
+    const platform::OdColumnDef& column = definition.columns[k];
+    return FileWarning{lines[k], "the value of column '" + platform::toUtf8(column.name) + "' in " +
+                                     record + " is " + typeWord(values[k].type()) + ", not " +
+                                     typeWord(column.type) + kept};
+  }
+  const auto count = [](std::size_t n, const char* what) {
+    return std::to_string(n) + " " + what + (n == 1 ? "" : "s");
+  };
+  const std::string counts =
+      " has " + count(values.size(), "value") + " for " + count(columns, "column");
+  return FileWarning{values.size() > columns ? lines[columns] : recordLine, record + counts + kept};
+}
+
+// The text of the tags from first to last, with the last one's line end.
+std::string_view textOf(std::string_view fileText, const Tag& first, const Tag& last) {
+  std::size_t end =
+      static_cast<std::size_t>(last.value.data() - fileText.data()) + last.value.size();
+  if (end < fileText.size() && fileText[end] == '\r') ++end;
+  if (end < fileText.size() && fileText[end] == '\n') ++end;
+  return fileText.substr(first.offset, end - first.offset);
+}
+
 OdType typeOf(const Tag& tag) {
   const std::int16_t code = int16Of(tag);
   if (code < 1 || code > 4) throw ParseError(tag.line, "a column type must be 1 to 4");
@@ -90,7 +142,7 @@ void writeTableDefinition(const platform::OdTableDef& definition, TagWriter& out
 }
 
 platform::OdTableDef readTableDefinition(const std::vector<Tag>& data, std::size_t from,
-                                         const TextCodec& codec) {
+                                         const TextCodec& codec, const std::wstring& table) {
   platform::OdTableDef definition;
   std::size_t i = from;
   while (i < data.size()) {
@@ -99,6 +151,14 @@ platform::OdTableDef readTableDefinition(const std::vector<Tag>& data, std::size
     }
     platform::OdColumnDef column;
     column.name = codec.decode(data[i].value);
+    for (const platform::OdColumnDef& before : definition.columns) {
+      // The second could not be told from the first by its name.
+      if (before.name == column.name) {
+        throw ParseError(data[i].line, "the Object Data table '" + platform::toUtf8(table) +
+                                           "' has two columns named '" +
+                                           platform::toUtf8(column.name) + "'");
+      }
+    }
     ++i;
     if (i >= data.size() || data[i].code != 70) {
       throw ParseError(data[i - 1].line,
@@ -127,7 +187,20 @@ void writeRecords(const Database& db, const OdRecordList& records, TagWriter& ou
                   const TextCodec& codec) {
   std::vector<OdValue> values;
   for (auto pos = records.begin(); pos < records.end(); pos = records.next(pos)) {
-    out.write(2, codec.encode(db.odTableAt(records.tableAt(pos))->name));
+    const std::wstring& name = db.odTableAt(records.tableAt(pos))->name;
+    if (const std::string_view text = records.textAt(pos); !text.empty()) {
+      // The table may have been renamed since; its name is the record's first tag.
+      TagReader reader(text);
+      const std::optional<Tag> first = reader.next();
+      if (first && codec.decode(first->value) == name) {
+        out.writeRaw(text);
+      } else {
+        out.write(2, codec.encode(name));
+        out.writeRaw(text.substr(reader.position().offset));
+      }
+      continue;
+    }
+    out.write(2, codec.encode(name));
     records.valuesAt(pos, values);
     for (const OdValue& value : values) writeValue(value, out, codec);
   }
@@ -143,23 +216,28 @@ const OdTableObject* TableLookup::find(const std::wstring& name) const {
 }
 
 void readRecords(const TableLookup& tables, const std::vector<Tag>& data, std::size_t from,
-                 const TextCodec& codec, OdRecordList& records) {
+                 const TextCodec& codec, std::string_view fileText, OdRecordList& records,
+                 std::vector<FileWarning>& warnings) {
   std::size_t i = from;
   std::vector<OdValue> values;
+  std::vector<std::size_t> lines;
   while (i < data.size()) {
     if (data[i].code != 2) {
       throw ParseError(data[i].line, "an Object Data record must begin with its table's name");
     }
+    const std::size_t first = i;
     const std::wstring name = codec.decode(data[i].value);
-    const std::size_t line = data[i].line;
     ++i;
     const OdTableObject* table = tables.find(name);
     if (table == nullptr) {
-      throw ParseError(line, "a record of the Object Data table '" + platform::toUtf8(name) +
-                                 "', which the drawing does not define");
+      throw ParseError(data[first].line, "a record of the Object Data table '" +
+                                             platform::toUtf8(name) +
+                                             "', which the drawing does not define");
     }
     values.clear();
+    lines.clear();
     while (i < data.size() && data[i].code != 2) {
+      lines.push_back(data[i].line);
       OdValue value;
       if (!readValue(data, i, codec, value)) {
         throw ParseError(data[i].line, "unexpected group " + std::to_string(data[i].code) +
@@ -167,7 +245,15 @@ void readRecords(const TableLookup& tables, const std::vector<Tag>& data, std::s
       }
       values.push_back(std::move(value));
     }
-    records.append(table->index, Database::conformValues(table->definition, std::move(values)));
+    std::optional<FileWarning> mismatch =
+        mismatchOf(table->name, table->definition, values, lines, data[first].line);
+    if (!mismatch) {
+      records.append(table->index, values);
+      continue;
+    }
+    warnings.push_back(std::move(*mismatch));
+    records.append(table->index, Database::conformValues(table->definition, std::move(values)),
+                   textOf(fileText, data[first], data[i - 1]));
   }
 }
 

@@ -49,6 +49,11 @@ std::wstring fileText(const std::filesystem::path& path) {
   return platform::fromUtf8(path.string());
 }
 
+// The file and, when there is one, the line.
+std::wstring where(const std::filesystem::path& path, std::size_t line) {
+  return fileText(path) + (line > 0 ? L":" + std::to_wstring(line) : L"");
+}
+
 std::unique_ptr<Document> documentOf(dxf::LoadedDrawing loaded) {
   return std::make_unique<Document>(std::move(loaded.db), std::move(loaded.image));
 }
@@ -66,15 +71,19 @@ OpenResult openDocument(const std::filesystem::path& path) {
   auto text = std::make_shared<const std::string>(std::move(file.bytes));
   try {
     ProgressLine progress("Reading " + path.filename().string());
-    std::unique_ptr<Document> document =
-        documentOf(dxf::readDrawing(text, [&progress](double f) { progress(f); }));
+    dxf::LoadedDrawing loaded = dxf::readDrawing(text, [&progress](double f) { progress(f); });
+    std::wstring warnings;
+    for (const dxf::FileWarning& w : loaded.warnings) {
+      warnings +=
+          L"Warning: " + where(path, w.line) + L": " + platform::fromUtf8(w.message) + L"\n";
+    }
+    std::unique_ptr<Document> document = documentOf(std::move(loaded));
     document->path = path;
     document->name = platform::fromUtf8(path.filename().string());
-    return {std::move(document), L""};
+    return {std::move(document), L"", warnings};
   } catch (const dxf::ParseError& error) {
-    std::wstring where = fileText(path);
-    if (error.line() > 0) where += L":" + std::to_wstring(error.line());
-    return {nullptr, L"Error: " + where + L": " + platform::fromUtf8(error.what())};
+    return {nullptr,
+            L"Error: " + where(path, error.line()) + L": " + platform::fromUtf8(error.what())};
   } catch (const std::exception& error) {
     return {nullptr, L"Error: " + fileText(path) + L": " + platform::fromUtf8(error.what())};
   }

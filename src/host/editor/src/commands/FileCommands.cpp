@@ -23,6 +23,7 @@ void openCommand(Session& s) {
     s.print(opened.error + L"\n");
     return;
   }
+  s.print(opened.warnings);
   s.replaceDocument(std::move(opened.document));
   s.print(L"Opened " + s.document().name + L".\n");
 }

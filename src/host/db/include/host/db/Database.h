@@ -91,7 +91,9 @@ class Database {
   // A new block definition, empty.
   ObjectId addBlock(const std::wstring& name, const Point3d& basePoint);
   // A copy of an entity in a block, with new handles: its extension dictionary
-  // (and so its Object Data) and a block reference's attributes come along.
+  // (and so its Object Data), a block reference's attributes and the columns
+  // of a multiline text come along, and what the host does not model of it
+  // stays in the source text the copy shares with it.
   ObjectId copyEntity(ObjectId source, ObjectId block);
 
   // Adds an entity to a block; a null layer becomes the current layer.
@@ -202,6 +204,9 @@ class Database {
 
  private:
   DbObject* objectForWrite(ObjectId id);
+  void copyColumns(const MTextEntity& source, ObjectId copy, ObjectId block);
+  // The extension dictionaries that hold records of the table of that index.
+  std::vector<ObjectId> dictionariesWithRecordsOf(std::uint32_t index) const;
   ObjectId addObject(std::unique_ptr<DbObject> object);
   std::unique_ptr<DbObject>& slot(ObjectId id) { return objects_[id.value() - 1]; }
 

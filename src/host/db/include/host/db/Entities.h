@@ -266,6 +266,9 @@ class MTextEntity : public EntityOf<MTextEntity, EntityKind::MText> {
   std::wstring styleName = L"Standard";
   std::wstring text;  // with its formatting codes
   Point3d normal = kUnitZ;
+  // Files before 2018 keep each further column of a text in columns as an
+  // MTEXT of its own, which the first names: the handles of those, in order.
+  std::vector<Handle> columns;
 };
 
 class BlockReferenceEntity : public EntityOf<BlockReferenceEntity, EntityKind::BlockReference> {
@@ -293,6 +296,9 @@ class HatchEntity : public EntityOf<HatchEntity, EntityKind::Hatch> {};
 class UnknownEntity : public EntityOf<UnknownEntity, EntityKind::Unknown> {
  public:
   std::string dxfName;
+  // Handles of the entities that follow it in the file up to its SEQEND (a
+  // mesh's vertices), which are its own.
+  std::vector<Handle> followers;
 };
 
 // The DXF name of an entity, its own for a kind the host does not model.

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "platform/OdValue.h"
@@ -33,7 +34,14 @@ class OdRecordList {
   int valueCountAt(Pos pos) const;
   void valuesAt(Pos pos, std::vector<platform::OdValue>& out) const;
 
-  void append(std::uint32_t table, const std::vector<platform::OdValue>& values);
+  // A record that did not match its table when it was read keeps the text it
+  // was read from, to be written back as it was; empty for any other. The
+  // values are the record's conformed to its table.
+  std::string_view textAt(Pos pos) const;
+
+  void append(std::uint32_t table, const std::vector<platform::OdValue>& values,
+              std::string_view text = {});
+  // A record replaced is conformed: it keeps no text.
   void replace(Pos pos, std::uint32_t table, const std::vector<platform::OdValue>& values);
   void remove(Pos pos);
   void clear();

@@ -14,6 +14,9 @@ namespace host {
 struct OpenResult {
   std::unique_ptr<Document> document;
   std::wstring error;  // "Error: <file>:<line>: <what>" when document is null
+  // "Warning: <file>:<line>: <what>", one a line, for what the drawing took
+  // but not as the file had it; printed where the error would be.
+  std::wstring warnings = {};
 };
 
 // A new drawing, from the host's template.
