@@ -6,7 +6,7 @@
 set -euo pipefail
 zarvel=$1 src=$2 work=$3
 rm -rf "$work" && mkdir -p "$work/corpus" "$work/out"
-/usr/bin/python3 "$src/tests/dxf/make_corpus.py" "$work/corpus" >/dev/null
+/usr/bin/python3 "$src/tests/host/dxf/make_corpus.py" "$work/corpus" >/dev/null
 printf 'ZARVEL_RM_ALL\nYes\n\n' >"$work/rm_all.scr"
 printf 'ZARVEL_HAS_OD\n\n' >"$work/search.scr"
 failed=0
@@ -17,7 +17,7 @@ for file in "$work"/corpus/*.dxf; do
     script=${case%%:*} expectation=${case##*:}
     out="$work/out/$name-$script.dxf"
     "$zarvel" "$file" -s "$work/$script.scr" -o "$out" >"$work/out/$name-$script.log"
-    if /usr/bin/python3 "$src/tests/dxf/check_od_change.py" "$file" "$out" "$expectation"; then
+    if /usr/bin/python3 "$src/tests/host/dxf/check_od_change.py" "$file" "$out" "$expectation"; then
       echo "ok   $name $script"
     else
       echo "FAIL $name $script"; failed=1

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Edits that must leave a drawing whole, checked with an independent reader (ezdxf).
 
-Usage: /usr/bin/python3 tests/dxf/check_edits.py ZARVEL WORKDIR
+Usage: /usr/bin/python3 tests/host/dxf/check_edits.py ZARVEL WORKDIR
 
 copy   COPY of everything in drawings of 2000, 2013 and 2018: each copy has all its
        original had (thickness, XDATA, the columns of a multiline text, its attributes'

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Prints a canonical text summary of a DXF file as ezdxf (an independent reader) sees it.
 
-Usage: /usr/bin/python3 tests/dxf/dxf_summary.py [--no-handles] [--skip-od] FILE
+Usage: /usr/bin/python3 tests/host/dxf/dxf_summary.py [--no-handles] [--skip-od] FILE
 
 Two files holding the same drawing give the same summary, so diffing summaries checks a
 writer against a reader it does not share code with. Covered: header variables, classes,

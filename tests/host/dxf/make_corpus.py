@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Generates the DXF test corpus with ezdxf (an independent DXF writer).
 
-Usage: /usr/bin/python3 tests/dxf/make_corpus.py OUTDIR
+Usage: /usr/bin/python3 tests/host/dxf/make_corpus.py OUTDIR
 
 Writes, for every DXF version from R2000 to R2018:
   full_<ver>.dxf  a drawing with layers in every state, linetypes, every common entity

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Checks that GDAL (an independent DXF reader) opens FILE as DXF and finds features in it.
-# Usage: tests/dxf/ogr_check.sh FILE
+# Usage: tests/host/dxf/ogr_check.sh FILE
 set -u
 if [ $# -ne 1 ]; then
     echo "usage: $0 FILE" >&2

@@ -7,7 +7,7 @@
 set -euo pipefail
 zarvel=$1 src=$2 work=$3
 rm -rf "$work" && mkdir -p "$work/corpus" "$work/out"
-/usr/bin/python3 "$src/tests/dxf/make_corpus.py" "$work/corpus" >/dev/null
+/usr/bin/python3 "$src/tests/host/dxf/make_corpus.py" "$work/corpus" >/dev/null
 : >"$work/empty.scr"
 printf 'ZARVEL_RM_ALL\nYes\n\n-LAYER\nNew\nAdded\nHide\nAdded\n\nLINE\n0,0\n5,5\n\n' >"$work/change.scr"
 failed=0
@@ -21,14 +21,14 @@ for file in "$work"/corpus/*.dxf; do
     echo "FAIL $name: saved without changes, the file is not the same"
     cmp "$file" "$out" | head -1; failed=1; continue
   fi
-  "$src/tests/dxf/ogr_check.sh" "$out" >/dev/null || { echo "FAIL $name: GDAL cannot open it"; failed=1; }
+  "$src/tests/host/dxf/ogr_check.sh" "$out" >/dev/null || { echo "FAIL $name: GDAL cannot open it"; failed=1; }
   changed="$work/out/changed-$name"
   again="$work/out/again-$name"
   "$zarvel" "$file" -s "$work/change.scr" -o "$changed" >/dev/null &&
     "$zarvel" "$changed" -s "$work/empty.scr" -o "$again" >/dev/null ||
     { echo "FAIL $name: the changed drawing could not be saved and opened"; failed=1; continue; }
   cmp -s "$changed" "$again" || { echo "FAIL $name: a file zarvel wrote did not come back"; failed=1; }
-  "$src/tests/dxf/ogr_check.sh" "$changed" >/dev/null || { echo "FAIL $name: GDAL cannot open the changed file"; failed=1; }
+  "$src/tests/host/dxf/ogr_check.sh" "$changed" >/dev/null || { echo "FAIL $name: GDAL cannot open the changed file"; failed=1; }
   echo "ok   $name"
 done
 exit $failed
