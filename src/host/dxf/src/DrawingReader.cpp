@@ -46,6 +46,8 @@ Handle handleBeforeSubclasses(const std::vector<Tag>& body) {
   return 0;
 }
 
+struct ObjectHead;
+
 class Reader : public ReadContext {
  public:
   Reader(std::shared_ptr<const std::string> text, const ProgressFunction& progress)
@@ -89,6 +91,21 @@ class Reader : public ReadContext {
   // Reads the entity that starts with `first`, owned by a block (null: from its tags).
   void readEntity(const Tag& first, ObjectId block);
   std::size_t readObjects();
+  // The objects' section in two passes: the roles of the objects, then the objects.
+  struct ObjectRoles;
+  struct PendingRecords;
+  ObjectRoles learnObjectRoles();
+  std::size_t makeObjects(const ObjectRoles& roles, PendingRecords& records);
+  // The object the tags in body_ make; null for the records of an extension
+  // dictionary, which are no object of their own.
+  std::unique_ptr<DbObject> makeObject(std::string_view dxfName, bool isRoot,
+                                       const ObjectHead& head, const ObjectRoles& roles,
+                                       ObjectId& entityOfXdict, std::size_t& tablesLeft);
+  void placeRecords(ObjectId entity, SourceSpan span, TagReader::Position at,
+                    PendingRecords& records);
+  void readQueuedRecords(PendingRecords& records);
+  // Reads the records in body_ into the dictionary's list.
+  void readRecordsInto(PendingRecords& records, ObjectId dictId);
   // Two entities cannot own one extension dictionary; xdictOf_ is sorted.
   void checkXdictsUnshared() const;
   void finish();
@@ -639,53 +656,32 @@ auto findIn(const Pairs& sorted, Handle handle) {
   return it != sorted.end() && it->first == handle ? it : sorted.end();
 }
 
-std::size_t Reader::readObjects() {
-  // The first pass learns the roles of the objects from the dictionaries: the
-  // root names the dictionary of Object Data tables, that one the tables'
-  // xrecords, and entities' extension dictionaries their records' xrecords.
-  const TagReader::Position sectionStart = tags_.position();
-  std::sort(xdictOf_.begin(), xdictOf_.end(), [](const XdictOf& a, const XdictOf& b) {
-    return a.handle != b.handle ? a.handle < b.handle : a.line < b.line;
-  });
-  checkXdictsUnshared();
-  std::vector<std::pair<Handle, ObjectId>> xdictOwners;  // dictionary handle, entity
-  xdictOwners.reserve(xdictOf_.size());
-  for (const XdictOf& x : xdictOf_) xdictOwners.emplace_back(x.handle, x.entity);
-  std::vector<std::pair<Handle, Handle>> odXrecords;  // xrecord handle, its dictionary
+// A dictionary's entries as the database keeps them; skipOd leaves out the
+// entry of the Object Data records, which an extension dictionary holds inline.
+std::vector<DictEntry> dictEntries(const ObjectHead& head, const TextCodec& codec, bool skipOd) {
+  std::vector<DictEntry> entries;
+  for (const auto& e : head.entries) {
+    if (skipOd && e.name == "ZARVEL_OD") continue;
+    entries.push_back({codec.decode(e.name), e.handle, static_cast<std::int16_t>(e.code)});
+  }
+  return entries;
+}
+
+// The roles of the objects, learnt from the dictionaries: the root names the
+// dictionary of Object Data tables, that one the tables' xrecords, and
+// entities' extension dictionaries their records' xrecords.
+struct Reader::ObjectRoles {
+  std::vector<std::pair<Handle, ObjectId>> xdictOwners;  // dictionary handle, entity; sorted
+  std::vector<std::pair<Handle, Handle>> odXrecords;     // xrecord handle, its dictionary; sorted
   std::unordered_map<Handle, std::wstring> tableXrecords;
   Handle odTables = 0;
-  ObjectHead head;
-  bool first = true;
-  for (;;) {
-    const Tag tag = nextTag("the objects");
-    if (tag.code == 0 && tag.value == "ENDSEC") break;
-    if (tag.code != 0) {
-      throw ParseError(tag.line, "an object is expected, found group " + std::to_string(tag.code));
-    }
-    body_.clear();
-    readBody(body_);
-    const bool isRoot = first;
-    first = false;
-    if (tag.value != "DICTIONARY") continue;
-    scanObject(body_, true, head);
-    if (isRoot) {
-      for (const auto& e : head.entries) {
-        if (e.name == "ZARVEL_OD_TABLES") odTables = e.handle;
-      }
-    } else if (head.handle == odTables && odTables != 0) {
-      for (const auto& e : head.entries) tableXrecords.emplace(e.handle, codec().decode(e.name));
-    } else if (findIn(xdictOwners, head.handle) != xdictOwners.end()) {
-      for (const auto& e : head.entries) {
-        if (e.name == "ZARVEL_OD") odXrecords.emplace_back(e.handle, head.handle);
-      }
-    }
-  }
-  std::sort(odXrecords.begin(), odXrecords.end());
+};
 
-  // The second pass makes the objects, in file order.
-  tags_.seek(sectionStart);
-  std::size_t endsec = 0;
-  std::vector<std::pair<ObjectId, TagReader::Position>> recordsToRead;
+// Records are read once every table they may name is known: usually at once,
+// else when the last table's xrecord has been read, else at the section's end.
+struct Reader::PendingRecords {
+  std::size_t tablesLeft = 0;
+  std::vector<std::pair<ObjectId, TagReader::Position>> toRead;  // dictionary, its records
   // Records met before their dictionary: where they stand, whose they are.
   struct Early {
     std::size_t slot;
@@ -694,136 +690,178 @@ std::size_t Reader::readObjects() {
     TagReader::Position at;
   };
   std::vector<Early> early;
-  const TableLookup* tables = nullptr;
-  std::unique_ptr<TableLookup> tableLookup;
-  std::size_t tablesLeft = tableXrecords.size();
-  auto readRecordsAt = [&](ObjectId dictId, TagReader::Position at) {
+  std::unique_ptr<TableLookup> lookup;
+};
+
+std::size_t Reader::readObjects() {
+  const TagReader::Position sectionStart = tags_.position();
+  const ObjectRoles roles = learnObjectRoles();
+  tags_.seek(sectionStart);
+  PendingRecords records;
+  records.tablesLeft = roles.tableXrecords.size();
+  const std::size_t endsec = makeObjects(roles, records);
+  const TagReader::Position afterSection = tags_.position();
+  for (const PendingRecords::Early& e : records.early) {
+    const ObjectId dictId = db_->loading<Entity>(e.entity)->xdict;
+    image_->objects[e.slot].id = dictId;
+    image_->setOdSource(dictId, e.span);
+    records.toRead.emplace_back(dictId, e.at);
+  }
+  // Tables whose xrecords never came are missing for good by now.
+  records.lookup.reset();
+  readQueuedRecords(records);
+  tags_.seek(afterSection);
+  return endsec;
+}
+
+Reader::ObjectRoles Reader::learnObjectRoles() {
+  std::sort(xdictOf_.begin(), xdictOf_.end(), [](const XdictOf& a, const XdictOf& b) {
+    return a.handle != b.handle ? a.handle < b.handle : a.line < b.line;
+  });
+  checkXdictsUnshared();
+  ObjectRoles roles;
+  roles.xdictOwners.reserve(xdictOf_.size());
+  for (const XdictOf& x : xdictOf_) roles.xdictOwners.emplace_back(x.handle, x.entity);
+  ObjectHead head;
+  for (bool first = true;; first = false) {
+    const Tag tag = nextTag("the objects");
+    if (tag.code == 0 && tag.value == "ENDSEC") break;
+    if (tag.code != 0) {
+      throw ParseError(tag.line, "an object is expected, found group " + std::to_string(tag.code));
+    }
+    body_.clear();
+    readBody(body_);
+    if (tag.value != "DICTIONARY") continue;
+    scanObject(body_, true, head);
+    if (first) {
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD_TABLES") roles.odTables = e.handle;
+      }
+    } else if (head.handle == roles.odTables && roles.odTables != 0) {
+      for (const auto& e : head.entries) {
+        roles.tableXrecords.emplace(e.handle, codec().decode(e.name));
+      }
+    } else if (findIn(roles.xdictOwners, head.handle) != roles.xdictOwners.end()) {
+      for (const auto& e : head.entries) {
+        if (e.name == "ZARVEL_OD") roles.odXrecords.emplace_back(e.handle, head.handle);
+      }
+    }
+  }
+  std::sort(roles.odXrecords.begin(), roles.odXrecords.end());
+  return roles;
+}
+
+std::size_t Reader::makeObjects(const ObjectRoles& roles, PendingRecords& records) {
+  ObjectHead head;
+  for (bool first = true;; first = false) {
+    const TagReader::Position at = tags_.position();
+    const Tag tag = nextTag("the objects");
+    if (tag.code == 0 && tag.value == "ENDSEC") return tag.offset;
+    body_.clear();
+    readBody(body_);
+    const bool dictionary = tag.value == "DICTIONARY";
+    const bool isRoot = first && dictionary;
+    scanObject(body_, dictionary, head);
+    handles_.addRequired(head.handle, tag.line, std::string(tag.value));
+    const SourceSpan span = spanFrom(tag.offset);
+    ObjectId entityOfXdict;
+    std::unique_ptr<DbObject> object =
+        makeObject(tag.value, isRoot, head, roles, entityOfXdict, records.tablesLeft);
+    if (!object) {
+      // The records of an extension dictionary, which holds them; the entity
+      // whose dictionary it is leads there.
+      const Handle dictionaryHandle = findIn(roles.odXrecords, head.handle)->second;
+      placeRecords(findIn(roles.xdictOwners, dictionaryHandle)->second, span, at, records);
+      continue;
+    }
+    object->handle = head.handle;
+    object->source = span;
+    const ObjectId id = db_->addLoaded(std::move(object));
+    if (isRoot) image_->rootDictionary = id;
+    if (head.handle == roles.odTables && roles.odTables != 0) image_->odTablesDictionary = id;
+    if (!entityOfXdict.isNull()) {
+      db_->loading<Entity>(entityOfXdict)->xdict = id;
+      db_->loadingObject(id)->owner = entityOfXdict;
+    } else if (head.owner != 0) {
+      ownersToFind_.emplace_back(id, head.owner);
+    }
+    image_->objects.push_back({id, false});
+    if (records.tablesLeft == 0) readQueuedRecords(records);
+    reportProgress();
+  }
+}
+
+std::unique_ptr<DbObject> Reader::makeObject(std::string_view dxfName, bool isRoot,
+                                             const ObjectHead& head, const ObjectRoles& roles,
+                                             ObjectId& entityOfXdict, std::size_t& tablesLeft) {
+  const bool dictionary = dxfName == "DICTIONARY";
+  if (isRoot || (dictionary && head.handle == roles.odTables && roles.odTables != 0)) {
+    auto dict = std::make_unique<Dictionary>();
+    dict->entries = dictEntries(head, codec(), false);
+    return dict;
+  }
+  if (auto owner = dictionary ? findIn(roles.xdictOwners, head.handle) : roles.xdictOwners.end();
+      owner != roles.xdictOwners.end()) {
+    auto dict = std::make_unique<ExtDictionary>();
+    for (const auto& e : head.entries) {
+      if (e.name == "ZARVEL_OD") dict->odHandle = e.handle;
+    }
+    std::vector<DictEntry> foreign = dictEntries(head, codec(), true);
+    if (!foreign.empty()) dict->extras.make().entries = std::move(foreign);
+    entityOfXdict = owner->second;
+    return dict;
+  }
+  if (dxfName == "XRECORD") {
+    if (auto table = roles.tableXrecords.find(head.handle); table != roles.tableXrecords.end()) {
+      auto t = std::make_unique<OdTableObject>();
+      t->name = table->second;
+      t->definition = readTableDefinition(body_, xrecordDataStart(body_), codec(), t->name);
+      --tablesLeft;
+      return t;
+    }
+    if (findIn(roles.odXrecords, head.handle) != roles.odXrecords.end()) return nullptr;
+  }
+  auto other = std::make_unique<TaggedObject>();
+  other->dxfName = std::string(dxfName);
+  return other;
+}
+
+void Reader::placeRecords(ObjectId entity, SourceSpan span, TagReader::Position at,
+                          PendingRecords& records) {
+  const ObjectId dictId = db_->loading<Entity>(entity)->xdict;
+  if (dictId.isNull()) {
+    // Its dictionary comes later in the file; the slot names the entity until then.
+    records.early.push_back({image_->objects.size(), entity, span, at});
+    image_->objects.push_back({entity, true});
+    return;
+  }
+  image_->setOdSource(dictId, span);
+  image_->objects.push_back({dictId, true});
+  if (records.tablesLeft == 0 && records.toRead.empty()) {
+    // The tables are known: the records are read from the tags at hand.
+    readRecordsInto(records, dictId);
+  } else {
+    records.toRead.emplace_back(dictId, at);
+  }
+}
+
+void Reader::readQueuedRecords(PendingRecords& records) {
+  for (const auto& [dictId, at] : records.toRead) {
     const TagReader::Position back = tags_.position();
     tags_.seek(at);
     body_.clear();
     body_.push_back(*tags_.next());
     readBody(body_);
     tags_.seek(back);
-    readRecords(*tables, body_, xrecordDataStart(body_), codec(), *text_,
-                db_->loading<ExtDictionary>(dictId)->od, warnings_);
-  };
-  first = true;
-  for (;;) {
-    const TagReader::Position at = tags_.position();
-    const Tag tag = nextTag("the objects");
-    if (tag.code == 0 && tag.value == "ENDSEC") {
-      endsec = tag.offset;
-      break;
-    }
-    body_.clear();
-    readBody(body_);
-    const bool isRoot = first && tag.value == "DICTIONARY";
-    first = false;
-    const bool dictionary = tag.value == "DICTIONARY";
-    scanObject(body_, dictionary, head);
-    handles_.addRequired(head.handle, tag.line, std::string(tag.value));
-    const SourceSpan span = spanFrom(tag.offset);
-    auto entriesOf = [&](bool skipOd) {
-      std::vector<DictEntry> entries;
-      for (const auto& e : head.entries) {
-        if (skipOd && e.name == "ZARVEL_OD") continue;
-        entries.push_back({codec().decode(e.name), e.handle, static_cast<std::int16_t>(e.code)});
-      }
-      return entries;
-    };
-    std::unique_ptr<DbObject> object;
-    ObjectId entityOfXdict;
-    if (isRoot || (dictionary && head.handle == odTables && odTables != 0)) {
-      auto dict = std::make_unique<Dictionary>();
-      dict->entries = entriesOf(false);
-      object = std::move(dict);
-    } else if (auto owner = dictionary ? findIn(xdictOwners, head.handle) : xdictOwners.end();
-               owner != xdictOwners.end()) {
-      auto dict = std::make_unique<ExtDictionary>();
-      for (const auto& e : head.entries) {
-        if (e.name == "ZARVEL_OD") dict->odHandle = e.handle;
-      }
-      std::vector<DictEntry> foreign = entriesOf(true);
-      if (!foreign.empty()) dict->extras.make().entries = std::move(foreign);
-      entityOfXdict = owner->second;
-      object = std::move(dict);
-    } else if (auto table = tableXrecords.find(head.handle);
-               tag.value == "XRECORD" && table != tableXrecords.end()) {
-      auto t = std::make_unique<OdTableObject>();
-      t->name = table->second;
-      t->definition = readTableDefinition(body_, xrecordDataStart(body_), codec(), t->name);
-      object = std::move(t);
-      --tablesLeft;
-    } else if (auto od = tag.value == "XRECORD" ? findIn(odXrecords, head.handle)
-                                                : odXrecords.end();
-               od != odXrecords.end()) {
-      // Held by its extension dictionary, which holds the records; the entity
-      // whose dictionary it is leads there.
-      const ObjectId entity = findIn(xdictOwners, od->second)->second;
-      const ObjectId dictId = db_->loading<Entity>(entity)->xdict;
-      if (dictId.isNull()) {
-        // Its dictionary comes later in the file; the slot names the entity until then.
-        early.push_back({image_->objects.size(), entity, span, at});
-        image_->objects.push_back({entity, true});
-        continue;
-      }
-      image_->setOdSource(dictId, span);
-      image_->objects.push_back({dictId, true});
-      if (tablesLeft == 0 && recordsToRead.empty()) {
-        // The tables are known: the records are read from the tags at hand.
-        if (!tables) {
-          tableLookup = std::make_unique<TableLookup>(*db_);
-          tables = tableLookup.get();
-        }
-        readRecords(*tables, body_, xrecordDataStart(body_), codec(), *text_,
-                    db_->loading<ExtDictionary>(dictId)->od, warnings_);
-      } else {
-        recordsToRead.emplace_back(dictId, at);
-      }
-      continue;
-    } else {
-      auto other = std::make_unique<TaggedObject>();
-      other->dxfName = std::string(tag.value);
-      object = std::move(other);
-    }
-    object->handle = head.handle;
-    object->source = span;
-    const Handle ownerHandle = head.owner;
-    const ObjectId id = db_->addLoaded(std::move(object));
-    if (isRoot) image_->rootDictionary = id;
-    if (head.handle == odTables && odTables != 0) image_->odTablesDictionary = id;
-    if (!entityOfXdict.isNull()) {
-      db_->loading<Entity>(entityOfXdict)->xdict = id;
-      db_->loadingObject(id)->owner = entityOfXdict;
-    } else if (ownerHandle != 0) {
-      ownersToFind_.emplace_back(id, ownerHandle);
-    }
-    image_->objects.push_back({id, false});
-    // Records are read as soon as every table is known: usually at once.
-    if (tablesLeft == 0 && !recordsToRead.empty()) {
-      if (!tables) {
-        tableLookup = std::make_unique<TableLookup>(*db_);
-        tables = tableLookup.get();
-      }
-      for (const auto& [dictId, position] : recordsToRead) readRecordsAt(dictId, position);
-      recordsToRead.clear();
-    }
-    reportProgress();
+    readRecordsInto(records, dictId);
   }
-  const TagReader::Position afterSection = tags_.position();
-  for (const Early& e : early) {
-    const ObjectId dictId = db_->loading<Entity>(e.entity)->xdict;
-    image_->objects[e.slot].id = dictId;
-    image_->setOdSource(dictId, e.span);
-    recordsToRead.emplace_back(dictId, e.at);
-  }
-  if (!recordsToRead.empty()) {
-    tableLookup = std::make_unique<TableLookup>(*db_);
-    tables = tableLookup.get();
-    for (const auto& [dictId, position] : recordsToRead) readRecordsAt(dictId, position);
-  }
-  tags_.seek(afterSection);
-  return endsec;
+  records.toRead.clear();
+}
+
+void Reader::readRecordsInto(PendingRecords& records, ObjectId dictId) {
+  if (!records.lookup) records.lookup = std::make_unique<TableLookup>(*db_);
+  readRecords(*records.lookup, body_, xrecordDataStart(body_), codec(), *text_,
+              db_->loading<ExtDictionary>(dictId)->od, warnings_);
 }
 
 void Reader::checkXdictsUnshared() const {
