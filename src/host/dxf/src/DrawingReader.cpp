@@ -86,6 +86,9 @@ class Reader : public ReadContext {
   std::size_t readHeader();
   std::size_t readTables();
   void readTableRecord(FileImage::Table& table, const Tag& first);
+  // A layer of the table record in body_.
+  std::unique_ptr<Layer> readLayer(const std::wstring& name);
+  void noteDynamicBlock(ObjectId anonymous);
   std::size_t readBlocks();
   std::size_t readEntities();
   // Reads the entity that starts with `first`, owned by a block (null: from its tags).
@@ -404,12 +407,10 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
   readBody(body_);
   const SourceSpan span = spanFrom(first.offset);
   Handle handle = 0;
-  Handle owner = 0;
   std::string_view name;
   bool hasName = false;
   for (const Tag& t : body_) {
     if ((t.code == 5 || t.code == 105) && handle == 0) handle = handleOf(t);
-    if (t.code == 330 && owner == 0) owner = handleOf(t);
     if (t.code == 2 && !hasName) {
       name = t.value;
       hasName = true;
@@ -419,44 +420,10 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
   const std::wstring decoded = codec().decode(name);
   // A record counts for what its table holds; one in another table is kept as text there.
   if (first.value == "LAYER" && table.name == "LAYER") {
-    auto layer = std::make_unique<Layer>();
-    layer->name = decoded;
-    bool inXdata = false;
-    bool ours = false;
-    for (const Tag& t : body_) {
-      if (t.code == 1001) {
-        inXdata = true;
-        ours = t.value == "ZARVEL";
-        continue;
-      }
-      if (inXdata) {
-        // The host's own XDATA says that the layer is hidden.
-        if (ours && t.code == 1070 && entity::int32Of(t) != 0) layer->hidden = true;
-        continue;
-      }
-      switch (t.code) {
-        case 70: {
-          const std::int64_t flags = entity::int32Of(t);
-          layer->frozen = (flags & 1) != 0;
-          layer->locked = (flags & 4) != 0;
-          break;
-        }
-        case 62: {
-          const std::int64_t color = entity::int32Of(t);
-          layer->off = color < 0;
-          layer->color = static_cast<short>(color < 0 ? -color : color);
-          break;
-        }
-        case 6: layer->linetype = linetype(codec().decode(t.value)); break;
-        case 370: layer->lineweight = static_cast<std::int16_t>(entity::int32Of(t)); break;
-        case 420: layer->trueColor = entity::int32Of(t); break;
-        default: break;
-      }
-    }
+    std::unique_ptr<Layer> layer = readLayer(decoded);
     layer->handle = handle;
     layer->source = span;
-    const ObjectId id = db_->addLoaded(std::move(layer));
-    layers_.emplace(folded(decoded), id);
+    layers_.emplace(folded(decoded), db_->addLoaded(std::move(layer)));
     return;
   }
   if (first.value == "BLOCK_RECORD" && table.name == "BLOCK_RECORD") {
@@ -467,14 +434,7 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
     const ObjectId id = db_->addLoaded(std::move(record));
     blocks_.emplace(folded(decoded), id);
     blockHandles_.emplace(handle, id);
-    // The anonymous block of a dynamic block's reference names the dynamic block.
-    for (std::size_t i = 0; i + 1 < body_.size(); ++i) {
-      if (body_[i].code == 1001 && body_[i].value == "AcDbBlockRepBTag") {
-        for (std::size_t j = i + 1; j < body_.size() && body_[j].code != 1001; ++j) {
-          if (body_[j].code == 1005) dynamicOf_.emplace_back(id, handleOf(body_[j]));
-        }
-      }
-    }
+    noteDynamicBlock(id);
     return;
   }
   auto other = std::make_unique<TaggedObject>();
@@ -485,7 +445,56 @@ void Reader::readTableRecord(FileImage::Table& table, const Tag& first) {
   const ObjectId id = db_->addLoaded(std::move(other));
   table.records.push_back(id);
   if (first.value == "LTYPE") linetypes_.emplace(folded(decoded), id);
-  (void)owner;
+}
+
+std::unique_ptr<Layer> Reader::readLayer(const std::wstring& name) {
+  auto layer = std::make_unique<Layer>();
+  layer->name = name;
+  bool inXdata = false;
+  bool ours = false;
+  for (const Tag& t : body_) {
+    if (t.code == 1001) {
+      inXdata = true;
+      ours = t.value == "ZARVEL";
+      continue;
+    }
+    if (inXdata) {
+      // The host's own XDATA says that the layer is hidden.
+      if (ours && t.code == 1070 && entity::int32Of(t) != 0) layer->hidden = true;
+      continue;
+    }
+    switch (t.code) {
+      case 70: {
+        const std::int64_t flags = entity::int32Of(t);
+        layer->frozen = (flags & 1) != 0;
+        layer->locked = (flags & 4) != 0;
+        break;
+      }
+      case 62: {
+        const std::int64_t color = entity::int32Of(t);
+        layer->off = color < 0;
+        layer->color = static_cast<short>(color < 0 ? -color : color);
+        break;
+      }
+      case 6: layer->linetype = linetype(codec().decode(t.value)); break;
+      case 370: layer->lineweight = static_cast<std::int16_t>(entity::int32Of(t)); break;
+      case 420: layer->trueColor = entity::int32Of(t); break;
+      default: break;
+    }
+  }
+  return layer;
+}
+
+// The anonymous block of a dynamic block's reference names the dynamic block
+// in its XDATA; the name is resolved once every block is known.
+void Reader::noteDynamicBlock(ObjectId anonymous) {
+  for (std::size_t i = 0; i + 1 < body_.size(); ++i) {
+    if (body_[i].code == 1001 && body_[i].value == "AcDbBlockRepBTag") {
+      for (std::size_t j = i + 1; j < body_.size() && body_[j].code != 1001; ++j) {
+        if (body_[j].code == 1005) dynamicOf_.emplace_back(anonymous, handleOf(body_[j]));
+      }
+    }
+  }
 }
 
 std::size_t Reader::readBlocks() {
