@@ -207,6 +207,24 @@ std::optional<bool> followersFlag(const std::vector<Tag>& tags) {
   return std::nullopt;
 }
 
+// POLYLINE names 2D and 3D polylines and meshes alike; the entity's own tags,
+// [begin, own), tell which it is. A mesh is kept as text, with the handles of
+// its vertices, which a copy gives new ones.
+std::unique_ptr<Entity> readPolylineOrMesh(const Tag* begin, const Tag* own, const Tag* end,
+                                           ReadContext& context, entity::CommonRead& common) {
+  const entity::PolylineForm form = entity::polylineForm(begin, own);
+  if (form != entity::PolylineForm::Other) {
+    return entity::readPolyline(begin, end, form == entity::PolylineForm::ThreeD, context,
+                                common);
+  }
+  std::unique_ptr<Entity> mesh = readUnknown(begin, own, context, common);
+  for (const Tag* p = own; p < end; p = entity::entityEnd(p, end)) {
+    static_cast<UnknownEntity&>(*mesh).followers.push_back(
+        entity::handleOfEntity(p, entity::entityEnd(p, end)));
+  }
+  return mesh;
+}
+
 }  // namespace
 
 ReadEntity readEntity(const std::vector<Tag>& tags, ReadContext& context) {
@@ -258,23 +276,9 @@ ReadEntity readEntity(const std::vector<Tag>& tags, ReadContext& context) {
       result.entity = readBlockReference(begin, end, context, common, result.attributes);
       break;
     case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d: {
-      // The two share their name; the entity's own tags tell which it is, or
-      // that it is a mesh.
-      const PolylineForm form = polylineForm(begin, own);
-      if (form != PolylineForm::Other) {
-        result.entity = readPolyline(begin, end, form == PolylineForm::ThreeD, context, common);
-        break;
-      }
-      // A mesh: kept as text, with the handles of its vertices, which a copy
-      // gives new ones.
-      result.entity = readUnknown(begin, own, context, common);
-      auto& mesh = static_cast<UnknownEntity&>(*result.entity);
-      for (const Tag* p = own; p < end; p = entityEnd(p, end)) {
-        mesh.followers.push_back(handleOfEntity(p, entityEnd(p, end)));
-      }
+    case EntityKind::Polyline3d:
+      result.entity = readPolylineOrMesh(begin, own, end, context, common);
       break;
-    }
     case EntityKind::Solid3d:
       result.entity = readBare<Solid3dEntity>(begin, own, context, common);
       break;
