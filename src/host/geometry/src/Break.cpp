@@ -173,13 +173,13 @@ BreakResult breakCurve(const Entity& curve, double first, double second) {
   if (!range) return {nullptr, nullptr, L"The object is no curve."};
   const double a = std::min(first, second);
   const double b = std::max(first, second);
-  switch (curve.kind()) {
-    case EntityKind::Line: return breakLine(static_cast<const LineEntity&>(curve), a, b);
-    case EntityKind::Arc:
+  switch (*curveKindOf(curve.kind())) {  // a curve, having a parameter range
+    case CurveKind::Line: return breakLine(static_cast<const LineEntity&>(curve), a, b);
+    case CurveKind::Arc:
       return breakArc(static_cast<const ArcEntity&>(curve), *range, a, b);
-    case EntityKind::Circle:
+    case CurveKind::Circle:
       return breakCircle(static_cast<const CircleEntity&>(curve), first, second);
-    case EntityKind::LwPolyline: {
+    case CurveKind::LwPolyline: {
       const auto& p = static_cast<const LwPolylineEntity&>(curve);
       std::vector<double> bulges;
       for (const LwVertex& v : p.vertices) bulges.push_back(v.bulge);
@@ -196,7 +196,7 @@ BreakResult breakCurve(const Entity& curve, double first, double second) {
       return breakPolyline(p, curve, p.closed, static_cast<std::size_t>(range->end), bulges,
                            first, second, assign);
     }
-    case EntityKind::Polyline3d: {
+    case CurveKind::Polyline3d: {
       const auto& p = static_cast<const Polyline3dEntity&>(curve);
       auto assign = [](Polyline3dEntity& target, const std::vector<PathPoint>& points) {
         target.vertices.clear();
@@ -206,20 +206,10 @@ BreakResult breakCurve(const Entity& curve, double first, double second) {
       return breakPolyline(p, curve, p.closed(), static_cast<std::size_t>(range->end), {}, first,
                            second, assign);
     }
-    case EntityKind::Point:
-    case EntityKind::Ellipse:
-    case EntityKind::Polyline2d:
-    case EntityKind::Spline:
-    case EntityKind::Mline:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
+    case CurveKind::Ellipse:
+    case CurveKind::Polyline2d:
+    case CurveKind::Spline:
+    case CurveKind::Mline:
       break;
   }
   return {nullptr, nullptr, L"Only lines, arcs, circles and polylines can be broken."};

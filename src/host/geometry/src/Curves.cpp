@@ -92,42 +92,23 @@ std::vector<PlaneVertex> planeVertices(const LwPolylineEntity& polyline) {
   return vertices;
 }
 
-std::optional<Path> pathOf(const Entity& entity) {
-  switch (entity.kind()) {
-    case EntityKind::LwPolyline: {
-      const auto& p = static_cast<const LwPolylineEntity&>(entity);
-      return planarPath(p.normal, p.elevation, planeVertices(p), p.closed);
-    }
-    case EntityKind::Polyline2d: {
-      // The vertices lie in the polyline's plane at its elevation, whatever Z
-      // they carry themselves.
-      const auto& p = static_cast<const Polyline2dEntity&>(entity);
-      std::vector<PlaneVertex> vertices;
-      for (const PolylineVertex& v : p.vertices) {
-        if ((v.flags & kFrameVertex) != 0) continue;
-        vertices.push_back({v.position.x, v.position.y, v.bulge});
-      }
-      return planarPath(p.normal, p.elevation, vertices, p.closed());
-    }
-    case EntityKind::Polyline3d: {
-      const auto& p = static_cast<const Polyline3dEntity&>(entity);
-      std::vector<Point3d> points;
-      for (const PolylineVertex& v : p.vertices) {
-        if ((v.flags & kFrameVertex) == 0) points.push_back(v.position);
-      }
-      return straightPath(std::move(points), p.closed());
-    }
-    case EntityKind::Mline: {
-      const auto& m = static_cast<const MlineEntity&>(entity);
-      std::vector<Point3d> points;
-      for (const MlineVertex& v : m.vertices) points.push_back(v.position);
-      return straightPath(std::move(points), m.closed());
-    }
-    case EntityKind::Line:
-    case EntityKind::Arc:
-    case EntityKind::Circle:
-    case EntityKind::Ellipse:
-    case EntityKind::Spline:
+}  // namespace
+
+bool isCurve(const Entity& entity) {
+  return platform::isCurve(entity.kind());
+}
+
+std::optional<CurveKind> curveKindOf(EntityKind kind) {
+  switch (kind) {
+    case EntityKind::Line: return CurveKind::Line;
+    case EntityKind::Arc: return CurveKind::Arc;
+    case EntityKind::Circle: return CurveKind::Circle;
+    case EntityKind::Ellipse: return CurveKind::Ellipse;
+    case EntityKind::LwPolyline: return CurveKind::LwPolyline;
+    case EntityKind::Polyline2d: return CurveKind::Polyline2d;
+    case EntityKind::Polyline3d: return CurveKind::Polyline3d;
+    case EntityKind::Spline: return CurveKind::Spline;
+    case EntityKind::Mline: return CurveKind::Mline;
     case EntityKind::Point:
     case EntityKind::Text:
     case EntityKind::MText:
@@ -138,6 +119,51 @@ std::optional<Path> pathOf(const Entity& entity) {
     case EntityKind::Region:
     case EntityKind::Hatch:
     case EntityKind::Unknown:
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+namespace {
+
+std::optional<Path> pathOf(const Entity& entity) {
+  const std::optional<CurveKind> kind = curveKindOf(entity.kind());
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case CurveKind::LwPolyline: {
+      const auto& p = static_cast<const LwPolylineEntity&>(entity);
+      return planarPath(p.normal, p.elevation, planeVertices(p), p.closed);
+    }
+    case CurveKind::Polyline2d: {
+      // The vertices lie in the polyline's plane at its elevation, whatever Z
+      // they carry themselves.
+      const auto& p = static_cast<const Polyline2dEntity&>(entity);
+      std::vector<PlaneVertex> vertices;
+      for (const PolylineVertex& v : p.vertices) {
+        if ((v.flags & kFrameVertex) != 0) continue;
+        vertices.push_back({v.position.x, v.position.y, v.bulge});
+      }
+      return planarPath(p.normal, p.elevation, vertices, p.closed());
+    }
+    case CurveKind::Polyline3d: {
+      const auto& p = static_cast<const Polyline3dEntity&>(entity);
+      std::vector<Point3d> points;
+      for (const PolylineVertex& v : p.vertices) {
+        if ((v.flags & kFrameVertex) == 0) points.push_back(v.position);
+      }
+      return straightPath(std::move(points), p.closed());
+    }
+    case CurveKind::Mline: {
+      const auto& m = static_cast<const MlineEntity&>(entity);
+      std::vector<Point3d> points;
+      for (const MlineVertex& v : m.vertices) points.push_back(v.position);
+      return straightPath(std::move(points), m.closed());
+    }
+    case CurveKind::Line:
+    case CurveKind::Arc:
+    case CurveKind::Circle:
+    case CurveKind::Ellipse:
+    case CurveKind::Spline:
       return std::nullopt;
   }
   return std::nullopt;
@@ -304,48 +330,36 @@ std::optional<double> withinRange(const ParamRange& range, double param) {
 
 }  // namespace
 
-bool isCurve(const Entity& entity) {
-  return platform::isCurve(entity.kind());
-}
 
 std::optional<ParamRange> paramRange(const Entity& curve) {
-  switch (curve.kind()) {
-    case EntityKind::Line: {
+  const std::optional<CurveKind> kind = curveKindOf(curve.kind());
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case CurveKind::Line: {
       const auto& line = static_cast<const LineEntity&>(curve);
       return ParamRange{0.0, distance(line.start, line.end)};
     }
-    case EntityKind::Arc: {
+    case CurveKind::Arc: {
       const PlanarArc arc = arcOf(static_cast<const ArcEntity&>(curve));
       return ParamRange{arc.startAngle, arc.startAngle + arc.sweep};
     }
-    case EntityKind::Circle:
+    case CurveKind::Circle:
       return ParamRange{0.0, kTwoPi};
-    case EntityKind::Ellipse: {
+    case CurveKind::Ellipse: {
       const auto& e = static_cast<const EllipseEntity&>(curve);
       if (!std::isfinite(e.startParam) || !std::isfinite(e.endParam)) return std::nullopt;
       return ParamRange{e.startParam, e.startParam + ellipseSweep(e)};
     }
-    case EntityKind::Spline:
+    case CurveKind::Spline:
       return splineRange(static_cast<const SplineEntity&>(curve));
-    case EntityKind::LwPolyline:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Mline: {
+    case CurveKind::LwPolyline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Mline: {
       const std::optional<Path> path = pathOf(curve);
       if (!path || path->vertices.empty()) return std::nullopt;
       return ParamRange{0.0, static_cast<double>(path->segments.size())};
     }
-    case EntityKind::Point:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
-      return std::nullopt;
   }
   return std::nullopt;
 }
@@ -355,40 +369,31 @@ std::optional<Point3d> pointAtParam(const Entity& curve, double param) {
   if (!range) return std::nullopt;
   const std::optional<double> u = withinRange(*range, param);
   if (!u) return std::nullopt;
-  switch (curve.kind()) {
-    case EntityKind::Line: {
+  const std::optional<CurveKind> kind = curveKindOf(curve.kind());
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case CurveKind::Line: {
       const auto& line = static_cast<const LineEntity&>(curve);
       if (range->end == 0.0) return line.start;
       return lerp(line.start, line.end, *u / range->end);
     }
-    case EntityKind::Arc: {
+    case CurveKind::Arc: {
       const auto& arc = static_cast<const ArcEntity&>(curve);
       return arcOf(arc).pointAtAngle(Ocs(arc.normal), *u);
     }
-    case EntityKind::Circle: {
+    case CurveKind::Circle: {
       const auto& circle = static_cast<const CircleEntity&>(curve);
       return arcOf(circle).pointAtAngle(Ocs(circle.normal), *u);
     }
-    case EntityKind::Ellipse:
+    case CurveKind::Ellipse:
       return frameOf(static_cast<const EllipseEntity&>(curve)).at(*u);
-    case EntityKind::Spline:
+    case CurveKind::Spline:
       return evaluate(static_cast<const SplineEntity&>(curve), *u);
-    case EntityKind::LwPolyline:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Mline:
+    case CurveKind::LwPolyline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Mline:
       return pathPoint(*pathOf(curve), *u);
-    case EntityKind::Point:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
-      return std::nullopt;
   }
   return std::nullopt;
 }
@@ -408,12 +413,14 @@ std::optional<Point3d> endPoint(const Entity& curve) {
 }
 
 bool isClosed(const Entity& curve) {
-  switch (curve.kind()) {
-    case EntityKind::Circle:
+  const std::optional<CurveKind> kind = curveKindOf(curve.kind());
+  if (!kind) return false;
+  switch (*kind) {
+    case CurveKind::Circle:
       return true;
-    case EntityKind::Ellipse:
+    case CurveKind::Ellipse:
       return ellipseSweep(static_cast<const EllipseEntity&>(curve)) == kTwoPi;
-    case EntityKind::Spline: {
+    case CurveKind::Spline: {
       // A spline is closed by its flags, or when its ends meet, as a closed
       // spline written with clamped knots does.
       const auto& spline = static_cast<const SplineEntity&>(curve);
@@ -424,72 +431,53 @@ bool isClosed(const Entity& curve) {
       return (spline.flags & kClosedOrPeriodic) != 0 ||
              distance(*start, *end) <= 1e-10 * splineSize(spline);
     }
-    case EntityKind::LwPolyline:
+    case CurveKind::LwPolyline:
       return static_cast<const LwPolylineEntity&>(curve).closed;
-    case EntityKind::Polyline2d:
+    case CurveKind::Polyline2d:
       return static_cast<const Polyline2dEntity&>(curve).closed();
-    case EntityKind::Polyline3d:
+    case CurveKind::Polyline3d:
       return static_cast<const Polyline3dEntity&>(curve).closed();
-    case EntityKind::Mline:
+    case CurveKind::Mline:
       return static_cast<const MlineEntity&>(curve).closed();
-    case EntityKind::Line:
-    case EntityKind::Arc:
-    case EntityKind::Point:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
+    case CurveKind::Line:
+    case CurveKind::Arc:
       return false;
   }
   return false;
 }
 
 std::optional<double> curveLength(const Entity& curve) {
-  switch (curve.kind()) {
-    case EntityKind::Line: {
+  const std::optional<CurveKind> kind = curveKindOf(curve.kind());
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case CurveKind::Line: {
       const auto& line = static_cast<const LineEntity&>(curve);
       return distance(line.start, line.end);
     }
-    case EntityKind::Arc:
+    case CurveKind::Arc:
       return arcOf(static_cast<const ArcEntity&>(curve)).arcLength();
-    case EntityKind::Circle:
+    case CurveKind::Circle:
       return arcOf(static_cast<const CircleEntity&>(curve)).arcLength();
-    case EntityKind::Ellipse: {
+    case CurveKind::Ellipse: {
       const auto& e = static_cast<const EllipseEntity&>(curve);
       if (!paramRange(e)) return std::nullopt;
       return ellipseLength(frameOf(e), e.startParam, ellipseSweep(e));
     }
-    case EntityKind::Spline: {
+    case CurveKind::Spline: {
       const auto& spline = static_cast<const SplineEntity&>(curve);
       if (!splineRange(spline)) return std::nullopt;
       return splineLength(spline);
     }
-    case EntityKind::LwPolyline:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Mline: {
+    case CurveKind::LwPolyline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Mline: {
       const std::optional<Path> path = pathOf(curve);
       if (!path || path->vertices.empty()) return std::nullopt;
       double total = 0.0;
       for (const PathSegment& segment : path->segments) total += segmentLength(segment);
       return total;
     }
-    case EntityKind::Point:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
-      return std::nullopt;
   }
   return std::nullopt;
 }
@@ -503,22 +491,24 @@ std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
     const Point3d point = arc.pointAt(ocs, fraction);
     return Nearest{arc.startAngle + fraction * arc.sweep, point, distance(point, to)};
   };
-  switch (curve.kind()) {
-    case EntityKind::Line: {
+  const std::optional<CurveKind> kind = curveKindOf(curve.kind());
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case CurveKind::Line: {
       const auto& line = static_cast<const LineEntity&>(curve);
       const double fraction = lineFraction(line.start, line.end, to);
       const Point3d point = lerp(line.start, line.end, fraction);
       return Nearest{fraction * range->end, point, distance(point, to)};
     }
-    case EntityKind::Arc: {
+    case CurveKind::Arc: {
       const auto& arc = static_cast<const ArcEntity&>(curve);
       return onArc(arcOf(arc), arc.normal);
     }
-    case EntityKind::Circle: {
+    case CurveKind::Circle: {
       const auto& circle = static_cast<const CircleEntity&>(curve);
       return onArc(arcOf(circle), circle.normal);
     }
-    case EntityKind::Ellipse: {
+    case CurveKind::Ellipse: {
       const EllipseFrame frame = frameOf(static_cast<const EllipseEntity&>(curve));
       const double sweep = range->end - range->start;
       const int count = std::max(16, static_cast<int>(std::ceil(kEllipseSamples * sweep / kTwoPi)));
@@ -531,24 +521,13 @@ std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
       const Point3d point = frame.at(t);
       return Nearest{t, point, distance(point, to)};
     }
-    case EntityKind::Spline:
+    case CurveKind::Spline:
       return splineNearest(static_cast<const SplineEntity&>(curve), *range, to);
-    case EntityKind::LwPolyline:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Mline:
+    case CurveKind::LwPolyline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Mline:
       return pathNearest(*pathOf(curve), to);
-    case EntityKind::Point:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
-      return std::nullopt;
   }
   return std::nullopt;
 }

@@ -7,8 +7,10 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 
 #include "IntersectSpline.h"
+#include "host/geometry/Curves.h"
 #include "host/geometry/Ocs.h"
 #include "host/geometry/SplineFit.h"
 
@@ -241,9 +243,11 @@ std::vector<Point3d> sample(const SplineEntity& spline, double tolerance) {
 
 std::unique_ptr<SplineEntity> splineOf(const Entity& entity) {
   std::unique_ptr<SplineEntity> spline;
-  switch (entity.kind()) {
-    case EntityKind::Arc:
-    case EntityKind::Circle: {
+  const std::optional<CurveKind> kind = curveKindOf(entity.kind());
+  if (!kind) return nullptr;
+  switch (*kind) {
+    case CurveKind::Arc:
+    case CurveKind::Circle: {
       const bool arc = entity.kind() == EntityKind::Arc;
       const auto* a = arc ? static_cast<const ArcEntity*>(&entity) : nullptr;
       const auto* c = arc ? nullptr : static_cast<const CircleEntity*>(&entity);
@@ -256,7 +260,7 @@ std::unique_ptr<SplineEntity> splineOf(const Entity& entity) {
                            scaled(ocs.yAxis(), radius), start, sweep, ocs.zAxis());
       break;
     }
-    case EntityKind::Ellipse: {
+    case CurveKind::Ellipse: {
       const auto& e = static_cast<const EllipseEntity&>(entity);
       const Point3d n = unit(e.normal);
       const Point3d minor = scaled(cross(n, e.majorAxis), e.ratio);
@@ -264,22 +268,12 @@ std::unique_ptr<SplineEntity> splineOf(const Entity& entity) {
                            normalSweep(e.startParam, e.endParam), n);
       break;
     }
-    case EntityKind::Point:
-    case EntityKind::Line:
-    case EntityKind::LwPolyline:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Spline:
-    case EntityKind::Mline:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
+    case CurveKind::Line:
+    case CurveKind::LwPolyline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Spline:
+    case CurveKind::Mline:
       return nullptr;
   }
   copyCommonProperties(entity, *spline);

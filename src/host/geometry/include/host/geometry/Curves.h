@@ -18,6 +18,13 @@ using platform::Point3d;
 
 bool isCurve(const Entity& entity);
 
+// The kinds that are curves, for the switches over curves alone: a new kind of
+// entity reaches curveKindOf, the one switch over every kind here, and a new
+// curve kind reaches every switch over curves.
+enum class CurveKind { Line, Arc, Circle, Ellipse, LwPolyline, Polyline2d, Polyline3d, Spline, Mline };
+// Nothing for a kind that is no curve.
+std::optional<CurveKind> curveKindOf(EntityKind kind);
+
 // The range of the parameter; nothing for what is no curve.
 struct ParamRange {
   double start = 0.0;
