@@ -525,6 +525,13 @@ std::size_t Reader::readBlocks() {
     if (blockId.isNull()) {
       throw ParseError(tag.line, "the block '" + std::string(name) + "' has no block record");
     }
+    // One record, one definition: a second would be written twice over, its
+    // entities and handles with it.
+    if (image_->blockTexts.count(blockId.value()) > 0) {
+      throw ParseError(tag.line, "a second definition of the block of '" +
+                                     platform::toUtf8(db_->get<BlockRecord>(blockId)->name) +
+                                     "' begins here");
+    }
     FileImage::BlockText text;
     text.begin = spanFrom(tag.offset);
     BlockRecord* record = db_->loading<BlockRecord>(blockId);
