@@ -12,6 +12,7 @@
 
 namespace host {
 
+using geometry::CurveKind;
 using platform::EntityClass;
 
 const Entity* DbEntityGeometry::find(ObjectId id) const {
@@ -82,19 +83,22 @@ bool DbEntityGeometry::isClosed(ObjectId id) const {
 std::optional<double> DbEntityGeometry::area(ObjectId id) const {
   const Entity* e = find(id);
   if (e == nullptr) return std::nullopt;
-  switch (e->kind()) {
-    case EntityKind::LwPolyline: return geometry::area(static_cast<const LwPolylineEntity&>(*e));
-    case EntityKind::Circle: {
+  const std::optional<CurveKind> kind = geometry::curveKindOf(e->kind());
+  if (!kind) return std::nullopt;
+  switch (*kind) {
+    case CurveKind::LwPolyline:
+      return geometry::area(static_cast<const LwPolylineEntity&>(*e));
+    case CurveKind::Circle: {
       const double r = static_cast<const CircleEntity&>(*e).radius;
       return 3.14159265358979323846 * r * r;
     }
-    case EntityKind::Line:
-    case EntityKind::Arc:
-    case EntityKind::Ellipse:
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Spline:
-    case EntityKind::Mline: {
+    case CurveKind::Line:
+    case CurveKind::Arc:
+    case CurveKind::Ellipse:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Spline:
+    case CurveKind::Mline: {
       // Other planar curves: the polygon of their points, closed by the chord.
       const std::vector<Point3d> points = vertices(id);
       if (points.size() < 3) return std::nullopt;
@@ -106,17 +110,6 @@ std::optional<double> DbEntityGeometry::area(ObjectId id) const {
       }
       return std::fabs(twice) / 2.0;
     }
-    case EntityKind::Point:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
-      return std::nullopt;
   }
   return std::nullopt;
 }
@@ -130,36 +123,28 @@ std::optional<double> DbEntityGeometry::volume(ObjectId id) const {
 std::vector<Point3d> DbEntityGeometry::vertices(ObjectId id) const {
   const Entity* e = find(id);
   if (e == nullptr) return {};
-  switch (e->kind()) {
-    case EntityKind::Line: {
+  const std::optional<CurveKind> kind = geometry::curveKindOf(e->kind());
+  if (!kind) return {};
+  switch (*kind) {
+    case CurveKind::Line: {
       const auto& l = static_cast<const LineEntity&>(*e);
       return {l.start, l.end};
     }
-    case EntityKind::LwPolyline: {
+    case CurveKind::LwPolyline: {
       const auto& p = static_cast<const LwPolylineEntity&>(*e);
       std::vector<Point3d> points;
       for (int i = 0; i < geometry::numVerts(p); ++i) points.push_back(geometry::getPointAt(p, i));
       return points;
     }
-    case EntityKind::Polyline2d:
-    case EntityKind::Polyline3d:
-    case EntityKind::Mline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Mline:
       return geometry::vertexPositions(*e);
-    case EntityKind::Spline:
+    case CurveKind::Spline:
       return static_cast<const SplineEntity&>(*e).controlPoints;
-    case EntityKind::Point:
-    case EntityKind::Arc:
-    case EntityKind::Circle:
-    case EntityKind::Ellipse:
-    case EntityKind::Text:
-    case EntityKind::MText:
-    case EntityKind::BlockReference:
-    case EntityKind::Attribute:
-    case EntityKind::AttributeDefinition:
-    case EntityKind::Solid3d:
-    case EntityKind::Region:
-    case EntityKind::Hatch:
-    case EntityKind::Unknown:
+    case CurveKind::Arc:
+    case CurveKind::Circle:
+    case CurveKind::Ellipse:
       return {};
   }
   return {};
