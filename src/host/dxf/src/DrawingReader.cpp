@@ -383,6 +383,13 @@ std::size_t Reader::readTables() {
       if (t.code == 5) table.handle = handleOf(t);
     }
     handles_.add(table.handle);
+    // The writer lists the layers and block records into their table; two
+    // tables of one name would each get them all.
+    for (const FileImage::Table& earlier : image_->tables) {
+      if (earlier.name == table.name) {
+        throw ParseError(tag.line, "a second " + table.name + " table begins here");
+      }
+    }
     table.head = spanFrom(tag.offset);
     for (;;) {
       const Tag record = nextTag("a table");
