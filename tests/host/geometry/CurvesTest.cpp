@@ -35,6 +35,15 @@ host::SplineEntity quarterCircle() {
   return s;
 }
 
+SplineEntity weightedCubic() {
+  SplineEntity s =
+      spline(3, {{0, 0, 0}, {2, 5, 1}, {4, -3, 2}, {6, 4, -1}, {7, -2, 0}, {9, 1, 3}, {10, 6, -2}},
+             {0, 0, 0, 0, 0.2, 0.5, 0.55, 1, 1, 1, 1});
+  s.weights = {1, 2, 0.5, 1, 3, 1, 1};
+  s.flags = 4;
+  return s;
+}
+
 LwPolylineEntity mixed() {
   return lw({{0, 0, 0.5}, {4, 0, 0}, {4, 3, -0.8}, {1, 4, 0}, {0, 3, 2.0}}, true, 1.5,
             {0.2, -0.3, 0.9});
@@ -189,6 +198,7 @@ const std::vector<CurveCase>& curveCases() {
             17, false, {},
             {{{10, 4, 6}, 1.5, {3, 4, 6}, 7}, {{4, 5, -1}, 1, {3, 4, 0}, std::sqrt(3.0)}},
             std::nullopt, 1e-9),
+      curve("weighted cubic of uneven knots", weightedCubic(), {0, 1}, kNotByHand, false, {}),
   };
   return cases;
 }
