@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "GeometryChecks.h"
+#include "Splines.h"
 #include "host/geometry/Curves.h"
 #include "host/geometry/Extents.h"
 
@@ -274,6 +275,27 @@ TEST(Curves, EndsNearestPointsLengthAndExtentsAgreeWithThePointsAlongTheCurve) {
     EXPECT_TRUE(inside);
     EXPECT_TRUE(box(extents, walked.min, walked.max, 1e-6));
   }
+}
+
+// The spline copy of an arc, circle or ellipse runs over the same points from
+// the same start to the same end, and closes when the original does.
+TEST(Curves, SplineCopiesOfConicsRunOverTheirPoints) {
+  int copies = 0;
+  for (const CurveCase& c : curveCases()) {
+    const auto copy = splineOf(*c.curve);
+    if (!copy) continue;
+    SCOPED_TRACE(c.name);
+    ++copies;
+    EXPECT_TRUE(near(startPoint(*copy), *startPoint(*c.curve)));
+    EXPECT_TRUE(near(endPoint(*copy), *endPoint(*c.curve)));
+    EXPECT_EQ(copy->closed(), c.closed);
+    const ParamRange range = *paramRange(*copy);
+    for (int i = 0; i <= 40; ++i) {
+      const Point3d p = evaluate(*copy, range.start + (range.end - range.start) * i / 40);
+      EXPECT_NEAR(nearestPoint(*c.curve, p)->distance, 0.0, 1e-12) << text(p);
+    }
+  }
+  EXPECT_EQ(copies, 13);
 }
 
 TEST(CurveKinds, OthersAndEmptyCurvesHaveNoParametersNorPoints) {
