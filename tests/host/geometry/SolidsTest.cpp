@@ -14,6 +14,7 @@
 #include "GeometryChecks.h"
 #include "Solids.h"
 #include "host/geometry/Extents.h"
+#include "host/geometry/Ocs.h"
 
 namespace host::geometry {
 namespace {
@@ -37,15 +38,11 @@ struct SatOptions {
   bool scaleByTwo = false;     // a body transform doubling sizes and moving them
 };
 
-std::string number(double v) {
+std::string xyz(const Point3d& p) {
   std::ostringstream out;
   out.precision(17);
-  out << v;
+  out << p.x << " " << p.y << " " << p.z;
   return out.str();
-}
-
-std::string xyz(const Point3d& p) {
-  return number(p.x) + " " + number(p.y) + " " + number(p.z);
 }
 
 std::string ref(long index) {
@@ -57,137 +54,135 @@ std::vector<std::string> satHeader(bool newLayout = true) {
           "@6 zarvel @9 ACIS 7.0 @24 Mon Jan 05 10:00:00 2026", "1 9.9999999999999995e-007 1e-010"};
 }
 
-// The records of the polyhedron, one a line, with the header and the end mark.
-std::vector<std::string> satLines(const Polyhedron& poly, const SatOptions& options = {}) {
-  const std::string prefix = options.newLayout ? " $-1 -1 $-1 " : " $-1 ";
-  struct Use {
-    int face, loop, from, to;
+// The faces' loops in turn, each loop's coedges in turn, and each edge once,
+// run from where its first coedge starts.
+struct Topology {
+  struct Coedge {
+    long loop, from, to, edge;
   };
-  std::vector<Use> coedges;
-  std::vector<std::vector<int>> loopCoedges;
-  std::vector<int> loopFace;
-  std::vector<std::vector<int>> faceLoops(poly.faces.size());
+  std::vector<long> loopFace;
+  std::vector<long> loopStart;  // the loop's first coedge; one more for the end
+  std::vector<Coedge> coedges;
+  std::vector<long> edgeFirstUse;
+  std::vector<long> vertexEdge;  // the first edge at each vertex
+};
+
+Topology topologyOf(const Polyhedron& poly) {
+  Topology t;
+  std::map<std::pair<int, int>, long> edgeOf;
   for (std::size_t f = 0; f < poly.faces.size(); ++f) {
     for (const auto& ring : poly.faces[f]) {
-      const int loop = static_cast<int>(loopCoedges.size());
-      faceLoops[f].push_back(loop);
-      loopFace.push_back(static_cast<int>(f));
-      loopCoedges.emplace_back();
+      t.loopFace.push_back(static_cast<long>(f));
+      t.loopStart.push_back(static_cast<long>(t.coedges.size()));
       for (std::size_t k = 0; k < ring.size(); ++k) {
-        loopCoedges.back().push_back(static_cast<int>(coedges.size()));
-        coedges.push_back({static_cast<int>(f), loop, ring[k], ring[(k + 1) % ring.size()]});
+        const int from = ring[k];
+        const int to = ring[(k + 1) % ring.size()];
+        const auto found = edgeOf.emplace(std::minmax(from, to), t.edgeFirstUse.size());
+        if (found.second) t.edgeFirstUse.push_back(static_cast<long>(t.coedges.size()));
+        t.coedges.push_back(
+            {static_cast<long>(t.loopFace.size()) - 1, from, to, found.first->second});
       }
     }
   }
-  // Edges by their two vertices, started where their first coedge starts.
-  std::map<std::pair<int, int>, int> edgeOf;
-  std::vector<std::pair<int, int>> edges;
-  std::vector<std::vector<int>> edgeUses;
-  for (std::size_t c = 0; c < coedges.size(); ++c) {
-    const auto key = std::minmax(coedges[c].from, coedges[c].to);
-    auto it = edgeOf.find(key);
-    if (it == edgeOf.end()) {
-      it = edgeOf.emplace(key, static_cast<int>(edges.size())).first;
-      edges.emplace_back(coedges[c].from, coedges[c].to);
-      edgeUses.emplace_back();
-    }
-    edgeUses[it->second].push_back(static_cast<int>(c));
+  t.loopStart.push_back(static_cast<long>(t.coedges.size()));
+  t.vertexEdge.assign(poly.vertices.size(), -1);
+  for (long e = static_cast<long>(t.edgeFirstUse.size()) - 1; e >= 0; --e) {
+    const Topology::Coedge& u = t.coedges[t.edgeFirstUse[e]];
+    t.vertexEdge[u.from] = t.vertexEdge[u.to] = e;
   }
-  const long nF = static_cast<long>(poly.faces.size());
-  const long nL = static_cast<long>(loopCoedges.size());
-  const long nC = static_cast<long>(coedges.size());
-  const long nE = static_cast<long>(edges.size());
-  const long nV = static_cast<long>(poly.vertices.size());
-  const long transform = options.scaleByTwo ? 3 : -1;
-  const long faceBase = options.scaleByTwo ? 4 : 3;
-  const long surfaceBase = faceBase + nF, loopBase = surfaceBase + nF, coedgeBase = loopBase + nL;
-  const long edgeBase = coedgeBase + nC, curveBase = edgeBase + nE, vertexBase = curveBase + nE;
-  const long pointBase = vertexBase + nV;
+  return t;
+}
 
+// Newell's normal of the face's outer loop, which points outwards.
+Point3d outwardNormal(const Polyhedron& poly, long face) {
+  const auto& ring = poly.faces[face][0];
+  Point3d n;
+  for (std::size_t k = 0; k < ring.size(); ++k) {
+    n = plus(n, cross(poly.vertices[ring[k]], poly.vertices[ring[(k + 1) % ring.size()]]));
+  }
+  return unit(n);
+}
+
+// The records of the polyhedron, one a line, with the header and the end mark.
+std::vector<std::string> satLines(const Polyhedron& poly, const SatOptions& options = {}) {
+  const Topology t = topologyOf(poly);
+  const long nF = static_cast<long>(poly.faces.size());
+  const long nL = static_cast<long>(t.loopFace.size());
+  const long nC = static_cast<long>(t.coedges.size());
+  const long nE = static_cast<long>(t.edgeFirstUse.size());
+  const long faces = options.scaleByTwo ? 4 : 3;
+  const long surfaces = faces + nF, loops = surfaces + nF, coedges = loops + nL;
+  const long edges = coedges + nC, curves = edges + nE, vertices = curves + nE;
+  const long points = vertices + static_cast<long>(poly.vertices.size());
   std::vector<std::string> lines = satHeader(options.newLayout);
-  lines.push_back("body" + prefix + ref(1) + " $-1 " + ref(transform) + " #");
-  lines.push_back("lump" + prefix + "$-1 $2 $0 #");
-  lines.push_back("shell" + prefix + "$-1 $-1 " + ref(faceBase) + " $-1 $1 #");
+  auto add = [&](const std::string& type, const std::string& fields) {
+    lines.push_back(type + (options.newLayout ? " $-1 -1 $-1 " : " $-1 ") + fields + " #");
+  };
+  add("body", "$1 $-1 " + ref(options.scaleByTwo ? 3 : -1));
+  add("lump", "$-1 $2 $0");
+  add("shell", "$-1 $-1 " + ref(faces) + " $-1 $1");
   if (options.scaleByTwo) {
     // Transforms have no pattern pointer among their first fields.
     lines.push_back(std::string("transform") + (options.newLayout ? " $-1 -1 " : " $-1 ") +
                     "2 0 0 0 2 0 0 0 2 10 20 30 1 rotate no_reflect no_shear #");
   }
+  long loop = 0;
   for (long f = 0; f < nF; ++f) {
-    const bool flip = options.flipFirstFace && f == 0;
-    lines.push_back("face" + prefix + ref(f + 1 < nF ? faceBase + f + 1 : -1) + " " +
-                    ref(loopBase + faceLoops[f][0]) + " $2 $-1 " + ref(surfaceBase + f) +
-                    (flip ? " reversed" : " forward") + " single #");
+    while (t.loopFace[loop] != f) ++loop;
+    add("face", ref(f + 1 < nF ? faces + f + 1 : -1) + " " + ref(loops + loop) + " $2 $-1 " +
+                    ref(surfaces + f) +
+                    (options.flipFirstFace && f == 0 ? " reversed" : " forward") + " single");
   }
   for (long f = 0; f < nF; ++f) {
-    // Newell's normal of the outer loop points outwards.
-    const auto& ring = poly.faces[f][0];
-    Point3d n;
-    for (std::size_t k = 0; k < ring.size(); ++k) {
-      const Point3d& a = poly.vertices[ring[k]];
-      const Point3d& b = poly.vertices[ring[(k + 1) % ring.size()]];
-      n.x += (a.y - b.y) * (a.z + b.z);
-      n.y += (a.z - b.z) * (a.x + b.x);
-      n.z += (a.x - b.x) * (a.y + b.y);
-    }
-    if (options.flipFirstFace && f == 0) n = {-n.x, -n.y, -n.z};
-    const double len = std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
-    n = {n.x / len, n.y / len, n.z / len};
-    const Point3d& root = poly.vertices[ring[0]];
+    const Point3d n = scaled(outwardNormal(poly, f), options.flipFirstFace && f == 0 ? -1 : 1);
     if (f == 0 && !options.firstSurface.empty()) {
       lines.push_back(options.firstSurface);
     } else {
-      lines.push_back("plane-surface" + prefix + xyz(root) + " " + xyz(n) +
-                      " 1 0 0 forward_v I I I I #");
+      add("plane-surface",
+          xyz(poly.vertices[poly.faces[f][0][0]]) + " " + xyz(n) + " 1 0 0 forward_v I I I I");
     }
   }
   for (long l = 0; l < nL; ++l) {
-    const bool last = l + 1 == nL || loopFace[l + 1] != loopFace[l];
-    lines.push_back("loop" + prefix + ref(last ? -1 : loopBase + l + 1) + " " +
-                    ref(coedgeBase + loopCoedges[l][0]) + " " + ref(faceBase + loopFace[l]) + " #");
+    const bool last = l + 1 == nL || t.loopFace[l + 1] != t.loopFace[l];
+    add("loop", ref(last ? -1 : loops + l + 1) + " " + ref(coedges + t.loopStart[l]) + " " +
+                    ref(faces + t.loopFace[l]));
   }
   for (long c = 0; c < nC; ++c) {
-    const Use& u = coedges[c];
-    const auto& ring = loopCoedges[u.loop];
-    std::size_t k = 0;
-    while (ring[k] != c) ++k;
-    const long next = ring[(k + 1) % ring.size()];
-    const long prev = ring[(k + ring.size() - 1) % ring.size()];
-    const int e = edgeOf.at(std::minmax(u.from, u.to));
+    const Topology::Coedge& u = t.coedges[c];
+    const long first = t.loopStart[u.loop];
+    const long end = t.loopStart[u.loop + 1];
     long partner = -1;
-    for (int other : edgeUses[e]) {
-      if (other != c) partner = other;
+    for (long other = 0; other < nC; ++other) {
+      if (t.coedges[other].from == u.to && t.coedges[other].to == u.from) partner = other;
     }
-    const bool forward = edges[e].first == u.from;
-    lines.push_back("coedge" + prefix + ref(coedgeBase + next) + " " + ref(coedgeBase + prev) +
-                    " " + ref(partner < 0 ? -1 : coedgeBase + partner) + " " + ref(edgeBase + e) +
-                    (forward ? " forward " : " reversed ") + ref(loopBase + u.loop) + " $-1 #");
+    const bool forward = t.coedges[t.edgeFirstUse[u.edge]].from == u.from;
+    add("coedge", ref(coedges + (c + 1 == end ? first : c + 1)) + " " +
+                      ref(coedges + (c == first ? end - 1 : c - 1)) + " " +
+                      ref(partner < 0 ? -1 : coedges + partner) + " " + ref(edges + u.edge) +
+                      (forward ? " forward " : " reversed ") + ref(loops + u.loop) + " $-1");
   }
   for (long e = 0; e < nE; ++e) {
-    const long v0 = vertexBase + edges[e].first;
-    const long v1 = vertexBase + edges[e].second;
-    const std::string ends =
-        options.newLayout ? ref(v0) + " 0 " + ref(v1) + " 1 " : ref(v0) + " " + ref(v1) + " ";
-    lines.push_back("edge" + prefix + ends + ref(coedgeBase + edgeUses[e][0]) + " " +
-                    ref(curveBase + e) + " forward" + (options.newLayout ? " @7 unknown" : "") +
-                    " #");
+    const Topology::Coedge& u = t.coedges[t.edgeFirstUse[e]];
+    const long v0 = vertices + u.from;
+    const long v1 = vertices + u.to;
+    add("edge",
+        (options.newLayout ? ref(v0) + " 0 " + ref(v1) + " 1 " : ref(v0) + " " + ref(v1) + " ") +
+            ref(coedges + t.edgeFirstUse[e]) + " " + ref(curves + e) + " forward" +
+            (options.newLayout ? " @7 unknown" : ""));
   }
   for (long e = 0; e < nE; ++e) {
-    const Point3d& a = poly.vertices[edges[e].first];
-    const Point3d& b = poly.vertices[edges[e].second];
+    const Topology::Coedge& u = t.coedges[t.edgeFirstUse[e]];
+    const Point3d& a = poly.vertices[u.from];
     if (e == 0 && !options.firstCurve.empty()) {
       lines.push_back(options.firstCurve);
     } else {
-      lines.push_back("straight-curve" + prefix + xyz(a) + " " +
-                      xyz({b.x - a.x, b.y - a.y, b.z - a.z}) + " I I #");
+      add("straight-curve", xyz(a) + " " + xyz(minus(poly.vertices[u.to], a)) + " I I");
     }
   }
-  for (long v = 0; v < nV; ++v) {
-    long edge = 0;
-    while (edges[edge].first != v && edges[edge].second != v) ++edge;
-    lines.push_back("vertex" + prefix + ref(edgeBase + edge) + " " + ref(pointBase + v) + " #");
+  for (std::size_t v = 0; v < poly.vertices.size(); ++v) {
+    add("vertex", ref(edges + t.vertexEdge[v]) + " " + ref(points + static_cast<long>(v)));
   }
-  for (long v = 0; v < nV; ++v) lines.push_back("point" + prefix + xyz(poly.vertices[v]) + " #");
+  for (const Point3d& p : poly.vertices) add("point", xyz(p));
   lines.push_back("End-of-ACIS-data");
   return lines;
 }
@@ -326,9 +321,9 @@ TEST(SolidVolumeTest, CurvedBodiesAndTextThatIsNotReadableGiveNothing) {
   EXPECT_FALSE(volumeOf(solidSource(satLines(cube, arc))));
   EXPECT_FALSE(volumeOf(""));
   // Newer files keep the body elsewhere: the entity has no text of it.
-  EXPECT_FALSE(volumeOf(
-      "  0\n3DSOLID\n  5\n2F\n100\nAcDbEntity\n  8\n0\n100\nAcDbModelerGeometry\n290\n1\n"
-      "  2\n{6445A843-C4EE-47C4-AE36-F7E876683D60}\n100\nAcDb3dSolid\n350\n0\n"));
+  EXPECT_FALSE(
+      volumeOf("  0\n3DSOLID\n  5\n2F\n100\nAcDbEntity\n  8\n0\n100\nAcDbModelerGeometry\n290\n1\n"
+               "  2\n{6445A843-C4EE-47C4-AE36-F7E876683D60}\n100\nAcDb3dSolid\n350\n0\n"));
   EXPECT_FALSE(volumeOf(solidSource({"hello", "world"})));
   // Cut short inside a record.
   std::vector<std::string> lines = satLines(cube);
