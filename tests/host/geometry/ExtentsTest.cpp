@@ -4,9 +4,11 @@
 // their points where the curves are tested.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,8 +20,6 @@ namespace host::geometry {
 namespace {
 
 using namespace test;
-
-const double kHalfRoot2 = std::sqrt(0.5);
 
 class ExtentsTest : public ::testing::Test {
  protected:
@@ -248,12 +248,9 @@ TEST(MTextBoxTest, AttachmentCodesWrappingSpacingAndDirection) {
   };
   expect("spaced", mtext(L"abcdefghij", 7, spaced), {0, 10, 0}, {4, 10 + 1 + 10.0 / 3.0, 0});
   // 3 wide and 1 high from the bottom left.
-  expect("direction",
-         mtext(L"abcde", 7,
-               [](MTextEntity& m) {
-                 m.direction = {0, 2, 0};
-               }),
-         {-1, 10, 0}, {0, 13, 0});
+  MTextEntity turned = mtext(L"abcde", 7);
+  turned.direction = {0, 2, 0};
+  expect("direction", turned, {-1, 10, 0}, {0, 13, 0});
   expect("rotation", mtext(L"abcde", 7, [](MTextEntity& m) { m.rotation = kPi; }), {-3, 9, 0},
          {0, 10, 0});
 }
@@ -289,12 +286,13 @@ struct Affine3 {
   }
 };
 
-BlockReferenceEntity reference(ObjectId block, const Point3d& at,
-                               const std::function<void(BlockReferenceEntity&)>& change = {}) {
+BlockReferenceEntity reference(ObjectId block, const Point3d& at, double rotation = 0.0,
+                               const Point3d& scale = {1, 1, 1}) {
   BlockReferenceEntity r;
   r.block = block;
   r.position = at;
-  if (change) change(r);
+  r.rotation = rotation;
+  r.scale = scale;
   return r;
 }
 
@@ -317,63 +315,41 @@ TEST_F(BlockReferenceTest, PlacementsWorkedOutByHand) {
          {12, 2, 0});
   // Scale 2: the line (0,0)-(4,0) and the circle round (2,2) of radius 2 from
   // the base; a quarter turn takes (x, y) to (-y, x).
-  expect("scaled and turned",
-         reference(block, {10, 0, 0},
-                   [](BlockReferenceEntity& r) {
-                     r.scale = {2, 2, 2};
-                     r.rotation = kPi / 2;
-                   }),
-         {6, 0, 0}, {10, 4, 0});
-  // The plane's X is world -X; its origin's third coordinate is -Z.
-  expect("seen from below",
-         reference(block, {10, 0, 4},
-                   [](BlockReferenceEntity& r) {
-                     r.normal = {0, 0, -1};
-                   }),
-         {-12, 0, -4}, {-10, 2, -4});
-  auto array = [](BlockReferenceEntity& r) {
-    r.columns = 3;
-    r.rows = 2;
-    r.columnSpacing = 10;
-    r.rowSpacing = 5;
-  };
-  expect("array", reference(block, {}, array), {0, 0, 0}, {22, 7, 0});
-  expect("turned array",
-         reference(block, {},
-                   [&](BlockReferenceEntity& r) {
-                     array(r);
-                     r.rotation = kPi / 2;
-                   }),
-         {-7, 0, 0}, {0, 22, 0});
+  expect("scaled and turned", reference(block, {10, 0, 0}, kPi / 2, {2, 2, 2}), {6, 0, 0},
+         {10, 4, 0});
+  BlockReferenceEntity below = reference(block, {10, 0, 4});
+  below.normal = {0, 0, -1};  // the plane's X is world -X; its origin's third coordinate is -Z
+  expect("seen from below", below, {-12, 0, -4}, {-10, 2, -4});
+  BlockReferenceEntity array = reference(block, {});
+  array.columns = 3;
+  array.rows = 2;
+  array.columnSpacing = 10;
+  array.rowSpacing = 5;
+  expect("array", array, {0, 0, 0}, {22, 7, 0});
+  array.rotation = kPi / 2;
+  expect("turned array", array, {-7, 0, 0}, {0, 22, 0});
   // The circle alone, scaled (2, 1) and turned 45 degrees: an ellipse of half
   // axes 2 and 1 whose half width is sqrt((2 cos45)^2 + (sin45)^2), less than
   // the turned box of the ellipse would give.
   const ObjectId c = addBlock(L"C", {0, 0, 0});
   add(circle({0, 0, 0}, 1), c);
   const double h = std::sqrt(2.5);
-  expect("uneven scale turns circles into ellipses exactly",
-         reference(c, {},
-                   [](BlockReferenceEntity& r) {
-                     r.scale = {2, 1, 1};
-                     r.rotation = kPi / 4;
-                   }),
+  expect("uneven scale turns circles into ellipses exactly", reference(c, {}, kPi / 4, {2, 1, 1}),
          {-h, -h, 0}, {h, h, 0});
-}
-
-TEST_F(BlockReferenceTest, NestedReferencesComposeTheirPlacements) {
-  // Outer holds B at (5,0) turned a quarter, and a point at (0,-3); the outer
-  // reference is scaled by 3 from outer's base (0,0) and placed at (100,100).
+  // Outer holds B at (5,0) turned a quarter, and a point at (0,-3): B turned
+  // at (5,0) has its line from (5,0) to (5,2) and its circle round (4,1) of
+  // radius 1, x in [3,5], y in [0,2]; with the point, y from -3. The outer
+  // reference scales that by 3 from outer's base (0,0) and moves it to
+  // (100,100), or turns it half round too.
   const ObjectId outer = addBlock(L"Outer", {0, 0, 0});
-  add(reference(block, {5, 0, 0}, [](BlockReferenceEntity& r) { r.rotation = kPi / 2; }), outer);
+  add(reference(block, {5, 0, 0}, kPi / 2), outer);
   PointEntity p;
   p.position = {0, -3, 0};
   add(p, outer);
-  // B turned at (5,0): line from (5,0) to (5,2), circle round (4,1) radius 1:
-  // x in [3,5], y in [0,2]; with the point, y from -3. Scaled 3 and moved.
-  auto r = reference(outer, {100, 100, 0}, [](BlockReferenceEntity& e) { e.scale = {3, 3, 3}; });
-  EXPECT_TRUE(box(of(r), {100 + 0, 100 - 9, 0}, {100 + 15, 100 + 6, 0}));
-  r.rotation = kPi;  // a half turn
-  EXPECT_TRUE(box(of(r), {100 - 15, 100 - 6, 0}, {100, 100 + 9, 0}));
+  expect("nested", reference(outer, {100, 100, 0}, 0, {3, 3, 3}), {100 + 0, 100 - 9, 0},
+         {100 + 15, 100 + 6, 0});
+  expect("nested, turned half round", reference(outer, {100, 100, 0}, kPi, {3, 3, 3}),
+         {100 - 15, 100 - 6, 0}, {100, 100 + 9, 0});
 }
 
 TEST_F(BlockReferenceTest, AttributesCountAndDefinitionsOnlyWhenConstant) {
@@ -478,21 +454,32 @@ TEST_F(BlockReferenceTest, MissingBlockOrErasedContents) {
 
 // --- Hatches ---------------------------------------------------------------------
 
+// Group codes and their values written "code=value", apart by spaces, as the
+// lines of a file.
+std::string tags(const std::string& pairs) {
+  std::istringstream in(pairs);
+  std::string out;
+  for (std::string pair; in >> pair;) {
+    const std::size_t equals = pair.find('=');
+    out += std::string(3 - std::min<std::size_t>(equals, 3), ' ') + pair.substr(0, equals) + "\n" +
+           pair.substr(equals + 1) + "\n";
+  }
+  return out;
+}
+
 // A hatch with the given boundary tags after its plane and path count.
 std::string hatch(const std::string& plane, const std::string& paths) {
-  return "  0\nHATCH\n  5\n2F\n330\n17\n100\nAcDbEntity\n  8\n0\n100\nAcDbHatch\n" + plane +
-         "  2\nSOLID\n 70\n1\n 71\n0\n" + paths +
-         " 75\n0\n 76\n1\n 98\n1\n 10\n1000.0\n 20\n1000.0\n";
+  return tags("0=HATCH 5=2F 330=17 100=AcDbEntity 8=0 100=AcDbHatch " + plane +
+              " 2=SOLID 70=1 71=0 " + paths + " 75=0 76=1 98=1 10=1000 20=1000");
 }
 
 std::string flat(double elevation) {
-  return " 10\n0.0\n 20\n0.0\n 30\n" + std::to_string(elevation) +
-         "\n210\n0.0\n220\n0.0\n230\n1.0\n";
+  return "10=0 20=0 30=" + std::to_string(elevation) + " 210=0 220=0 230=1";
 }
 
 // One path of one edge.
 std::string edge(const std::string& tags) {
-  return " 91\n1\n 92\n1\n 93\n1\n" + tags + " 97\n0\n";
+  return "91=1 92=1 93=1 " + tags + " 97=0";
 }
 
 TEST_F(ExtentsTest, HatchesTakeTheirBoundaryPaths) {
@@ -503,9 +490,8 @@ TEST_F(ExtentsTest, HatchesTakeTheirBoundaryPaths) {
   // A square with a half circle bulging out below its first side; the seed
   // point far off must not count.
   expect("polyline path with bulges", flat(2),
-         " 91\n1\n 92\n3\n 72\n1\n 73\n1\n 93\n4\n"
-         " 10\n0.0\n 20\n0.0\n 42\n1.0\n 10\n10.0\n 20\n0.0\n 42\n0.0\n"
-         " 10\n10.0\n 20\n10.0\n 42\n0.0\n 10\n0.0\n 20\n10.0\n 42\n0.0\n 97\n0\n",
+         "91=1 92=3 72=1 73=1 93=4 10=0 20=0 42=1 10=10 20=0 42=0 10=10 20=10 42=0 10=0 20=10 42=0 "
+         "97=0",
          {0, -5, 2}, {10, 10, 2});
   // A line; a clockwise arc written as from 270 to 360 (mirrored), that is the
   // quarter from 0 to 90 round (5,5) of radius 3; an ellipse half over the top
@@ -513,58 +499,38 @@ TEST_F(ExtentsTest, HatchesTakeTheirBoundaryPaths) {
   // stays lower, with fit data after it. A second path follows it. The arc
   // reaches (8,5) and (5,8); the half ellipse x 16..24, y 0..2; the spline's
   // top is 4.5; the second path's line reaches (-5,-5).
-  expect(
-      "edge path of every kind", flat(0),
-      " 91\n2\n 92\n1\n 93\n4\n"
-      " 72\n1\n 10\n0.0\n 20\n0.0\n 11\n10.0\n 21\n0.0\n"
-      " 72\n2\n 10\n5.0\n 20\n5.0\n 40\n3.0\n 50\n270.0\n 51\n360.0\n 73\n0\n"
-      " 72\n3\n 10\n20.0\n 20\n0.0\n 11\n4.0\n 21\n0.0\n 40\n0.5\n 50\n0\n 51\n180\n 73\n1\n"
-      " 72\n4\n 94\n2\n 73\n0\n 74\n0\n 95\n6\n 96\n3\n"
-      " 40\n0\n 40\n0\n 40\n0\n 40\n1\n 40\n1\n 40\n1\n"
-      " 10\n30.0\n 20\n0.0\n 10\n31.0\n 20\n9.0\n 10\n32.0\n 20\n0.0\n"
-      " 97\n2\n 11\n30.0\n 21\n0.0\n 11\n32.0\n 21\n0.0\n 12\n1.0\n 22\n1.0\n 13\n1.0\n 23\n-1.0\n"
-      " 97\n1\n330\n2A\n"
-      " 92\n1\n 93\n1\n 72\n1\n 10\n0.0\n 20\n0.0\n 11\n-5.0\n 21\n-5.0\n 97\n0\n",
-      {-5, -5, 0}, {32, 8, 0});
+  expect("edge path of every kind", flat(0),
+         "91=2 92=1 93=4 72=1 10=0 20=0 11=10 21=0 72=2 10=5 20=5 40=3 50=270 51=360 73=0 "
+         "72=3 10=20 20=0 11=4 21=0 40=0.5 50=0 51=180 73=1 "
+         "72=4 94=2 73=0 74=0 95=6 96=3 40=0 40=0 40=0 40=1 40=1 40=1 "
+         "10=30 20=0 10=31 20=9 10=32 20=0 97=2 11=30 21=0 11=32 21=0 12=1 22=1 13=1 23=-1 "
+         "97=1 330=2A 92=1 93=1 72=1 10=0 20=0 11=-5 21=-5 97=0",
+         {-5, -5, 0}, {32, 8, 0});
   // Written as from 300 to 330 degrees clockwise: the arc from 30 to 60.
   const double c30 = 3 * std::cos(kPi / 6);
   expect("clockwise arc edge keeps mirrored angles", flat(0),
-         edge(" 72\n2\n 10\n5.0\n 20\n5.0\n 40\n3.0\n 50\n300.0\n 51\n330.0\n 73\n0\n"),
-         {6.5, 6.5, 0}, {5 + c30, 5 + c30, 0});
+         edge("72=2 10=5 20=5 40=3 50=300 51=330 73=0"), {6.5, 6.5, 0}, {5 + c30, 5 + c30, 0});
   // From 0 to 90 clockwise: the parameters from -90 to 0, the lower right quarter.
-  expect("clockwise ellipse edge", flat(0),
-         edge(" 72\n3\n 10\n0.0\n 20\n0.0\n 11\n2.0\n 21\n0.0\n 40\n0.5\n 50\n0.0\n 51\n90.0\n"
-              " 73\n0\n"),
+  expect("clockwise ellipse edge", flat(0), edge("72=3 10=0 20=0 11=2 21=0 40=0.5 50=0 51=90 73=0"),
          {0, -1, 0}, {2, 0, 0});
-  expect("plane seen from below at an elevation",
-         " 10\n0.0\n 20\n0.0\n 30\n7.0\n210\n0.0\n220\n0.0\n230\n-1.0\n",
-         edge(" 72\n2\n 10\n5.0\n 20\n5.0\n 40\n1.0\n 50\n0.0\n 51\n360.0\n 73\n1\n"), {-6, 4, -7},
-         {-4, 6, -7});
+  expect("plane seen from below at an elevation", "10=0 20=0 30=7 210=0 220=0 230=-1",
+         edge("72=2 10=5 20=5 40=1 50=0 51=360 73=1"), {-6, 4, -7}, {-4, 6, -7});
   // No fit data: the path's own source count follows the control points.
   expect("spline edge of older files", flat(0),
-         " 91\n2\n 92\n1\n 93\n1\n"
-         " 72\n4\n 94\n1\n 73\n0\n 74\n0\n 95\n4\n 96\n2\n 40\n0\n 40\n0\n 40\n1\n 40\n1\n"
-         " 10\n0.0\n 20\n0.0\n 10\n3.0\n 20\n4.0\n 97\n0\n"
-         " 92\n1\n 93\n1\n 72\n1\n 10\n-1.0\n 20\n-1.0\n 11\n0.0\n 21\n0.0\n 97\n0\n",
+         "91=2 92=1 93=1 72=4 94=1 73=0 74=0 95=4 96=2 40=0 40=0 40=1 40=1 10=0 20=0 10=3 20=4 "
+         "97=0 92=1 93=1 72=1 10=-1 20=-1 11=0 21=0 97=0",
          {-1, -1, 0}, {3, 4, 0});
   // A path that stops short keeps what came before it.
-  expect("broken path", flat(0),
-         " 91\n2\n 92\n1\n 93\n1\n 72\n1\n 10\n1.0\n 20\n1.0\n 11\n2.0\n 21\n2.0\n 97\n0\n"
-         " 92\n1\n 93\n1\n 72\n1\n 10\n9.0\n",
+  expect("broken path", flat(0), "91=2 92=1 93=1 72=1 10=1 20=1 11=2 21=2 97=0 92=1 93=1 72=1 10=9",
          {1, 1, 0}, {2, 2, 0});
 }
 
 TEST_F(ExtentsTest, HatchInsideABlockIsPlacedWithIt) {
-  const Entity& h = addWithSource<HatchEntity>(
-      db, hatch(flat(0), edge(" 72\n2\n 10\n0.0\n 20\n0.0\n 40\n1.0\n 50\n0.0\n 51\n360.0\n"
-                              " 73\n1\n")));
+  const Entity& h =
+      addWithSource<HatchEntity>(db, hatch(flat(0), edge("72=2 10=0 20=0 40=1 50=0 51=360 73=1")));
   const ObjectId b = addBlock(L"H", {0, 0, 0});
   db.addEntity(std::unique_ptr<Entity>(static_cast<Entity*>(h.clone().release())), b);
-  EXPECT_TRUE(box(of(reference(b, {10, 0, 0},
-                               [](BlockReferenceEntity& r) {
-                                 r.scale = {3, 1, 1};
-                               })),
-                  {7, -1, 0}, {13, 1, 0}));
+  EXPECT_TRUE(box(of(reference(b, {10, 0, 0}, 0, {3, 1, 1})), {7, -1, 0}, {13, 1, 0}));
 }
 
 }  // namespace
