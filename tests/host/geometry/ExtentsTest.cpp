@@ -513,8 +513,15 @@ TEST_F(ExtentsTest, HatchesTakeTheirBoundaryPaths) {
   // From 0 to 90 clockwise: the parameters from -90 to 0, the lower right quarter.
   expect("clockwise ellipse edge", flat(0), edge("72=3 10=0 20=0 11=2 21=0 40=0.5 50=0 51=90 73=0"),
          {0, -1, 0}, {2, 0, 0});
-  expect("plane seen from below at an elevation", "10=0 20=0 30=7 210=0 220=0 230=-1",
-         edge("72=2 10=5 20=5 40=1 50=0 51=360 73=1"), {-6, 4, -7}, {-4, 6, -7});
+  // Seen from below, the plane's X is world -X; its elevation, world -Z.
+  const std::string below = "10=0 20=0 30=7 210=0 220=0 230=-1";
+  expect("arc edge seen from below", below, edge("72=2 10=5 20=5 40=1 50=0 51=360 73=1"),
+         {-6, 4, -7}, {-4, 6, -7});
+  expect("ellipse edge seen from below", below,
+         edge("72=3 10=5 20=5 11=2 21=0 40=0.5 50=0 51=90 73=1"), {-7, 5, -7}, {-5, 6, -7});
+  expect("spline edge seen from below", below,
+         edge("72=4 94=1 73=0 74=0 95=4 96=2 40=0 40=0 40=1 40=1 10=0 20=0 10=3 20=4"), {-3, 0, -7},
+         {0, 4, -7});
   // No fit data: the path's own source count follows the control points.
   expect("spline edge of older files", flat(0),
          "91=2 92=1 93=1 72=4 94=1 73=0 74=0 95=4 96=2 40=0 40=0 40=1 40=1 10=0 20=0 10=3 20=4 "
