@@ -11,6 +11,7 @@
 #include "Splines.h"
 #include "host/geometry/Curves.h"
 #include "host/geometry/Extents.h"
+#include "host/geometry/Ocs.h"
 
 namespace host::geometry {
 namespace {
@@ -176,6 +177,10 @@ const std::vector<CurveCase>& curveCases() {
       curve("polyline of an arc and a side", lw({{0, 0, 1.0}, {2, 0, 0}, {2, 3, 0}}), {0, 2},
             kPi + 3, false, {},
             {{{1, -4, 0}, 0.5, {1, -1, 0}, 3}, {{5, 2, 4}, 1 + 2.0 / 3.0, {2, 2, 0}, 5}}),
+      // Seen from below, the plane's X is world -X; a bulge of -1 turns
+      // clockwise in the plane, through (1,1).
+      curve("polyline seen from below", lw({{0, 0, -1.0}, {2, 0, 0}}, false, 4.0, {0, 0, -1}),
+            {0, 1}, kPi, false, {{0, {0, 0, -4}}, {0.5, {-1, 1, -4}}, {1, {-2, 0, -4}}}),
       curve("polyline of mixed bulges in a tilted plane", mixed(), {0, 5}, kNotByHand, true, {}),
       curve("polyline of one vertex is a point", lw({{1, 2, 0.5}}, true, 3.0), {0, 0}, 0, true,
             {{0, {1, 2, 3}}}, {}, std::vector<Point3d>{{1, 2, 3}}),
@@ -354,69 +359,95 @@ TEST(Ellipses, NonFiniteNumbersEndTheQuadratureAndTheSearch) {
   EXPECT_NEAR(lengthOf(far), kPerimeter21 / 4, 1e-8);
 }
 
-TEST(LwPolylines, SegmentsAreTheArcsOfTheirBulgesInThePolylinesPlane) {
-  const auto semicircle = segments(lw({{0, 0, 1.0}, {2, 0, 0}}));
-  ASSERT_EQ(semicircle.size(), 1u);
-  EXPECT_TRUE(semicircle[0].isArc());
-  EXPECT_TRUE(near(semicircle[0].center, {1, 0, 0}));
-  EXPECT_DOUBLE_EQ(semicircle[0].radius, 1.0);
-  EXPECT_NEAR(semicircle[0].startAngle, kPi, 1e-12);
-  EXPECT_NEAR(semicircle[0].sweep, kPi, 1e-12);
-  EXPECT_NEAR(segments(lw({{0, 0, -1.0}, {2, 0, 0}}))[0].sweep, -kPi, 1e-12);
-  const double b = kQuarterBulge;
-  for (const auto& s : segments(lw({{0, 0, b}, {2, 0, b}, {2, 2, b}, {0, 2, b}}, true))) {
-    EXPECT_TRUE(near(s.center, {1, 1, 0}));
-    EXPECT_NEAR(s.radius, kRoot2, 1e-12);
-    EXPECT_NEAR(s.sweep, kPi / 2, 1e-12);
+// The segments and the exploded pieces of each polyline of the table follow
+// its path: from vertex to vertex, each arc through the middle of its segment
+// round a centre in the polyline's plane, its sweep set by the bulge.
+TEST(LwPolylines, SegmentsAndPiecesFollowThePath) {
+  for (const CurveCase& c : curveCases()) {
+    if (c.curve->kind() != EntityKind::LwPolyline) continue;
+    SCOPED_TRACE(c.name);
+    const auto& p = static_cast<const LwPolylineEntity&>(*c.curve);
+    const Ocs ocs(p.normal);
+    const auto pieces = explode(p);
+    const auto s = segments(p);
+    ASSERT_EQ(s.size(), pieces.size());
+    ASSERT_EQ(numVerts(p), static_cast<int>(p.vertices.size()));
+    double total = 0.0;
+    for (std::size_t i = 0; i < s.size(); ++i) {
+      const Point3d a = *pointAtParam(p, i);
+      const Point3d b = *pointAtParam(p, i + 1.0);
+      const Point3d middle = *pointAtParam(p, i + 0.5);
+      const double bulge = p.vertices[i].bulge;
+      EXPECT_TRUE(near(getPointAt(p, static_cast<int>(i)), a)) << i;
+      EXPECT_TRUE(near(s[i].start, a)) << i;
+      EXPECT_TRUE(near(s[i].end, b)) << i;
+      EXPECT_NEAR(ocs.fromWorld(middle).z, p.elevation, 1e-12) << i;
+      EXPECT_EQ(s[i].isArc(), bulge != 0.0) << i;
+      EXPECT_EQ(pieces[i]->kind(), bulge == 0.0 ? EntityKind::Line : EntityKind::Arc) << i;
+      if (bulge != 0.0) {
+        const Point3d centre = ocs.fromWorld(s[i].center);
+        const Point3d start = ocs.fromWorld(a);
+        EXPECT_NEAR(centre.z, p.elevation, 1e-12) << i;
+        EXPECT_NEAR(start.x - centre.x, s[i].radius * std::cos(s[i].startAngle), 1e-12) << i;
+        EXPECT_NEAR(start.y - centre.y, s[i].radius * std::sin(s[i].startAngle), 1e-12) << i;
+        EXPECT_NEAR(distance(s[i].center, b), s[i].radius, 1e-12) << i;
+        EXPECT_NEAR(distance(s[i].center, middle), s[i].radius, 1e-12) << i;
+        EXPECT_NEAR(s[i].sweep, 4 * std::atan(bulge), 1e-12) << i;
+      }
+      // An arc the bulge turns clockwise runs the other way.
+      EXPECT_TRUE(near(startPoint(*pieces[i]), bulge < 0.0 ? b : a)) << i;
+      EXPECT_TRUE(near(endPoint(*pieces[i]), bulge < 0.0 ? a : b)) << i;
+      const ParamRange range = *paramRange(*pieces[i]);
+      EXPECT_TRUE(near(pointAtParam(*pieces[i], (range.start + range.end) / 2), middle)) << i;
+      total += lengthOf(*pieces[i]);
+    }
+    EXPECT_NEAR(total, lengthOf(p), 1e-12);
   }
-  const auto inward = lw({{0, 0, -b}, {2, 0, -b}, {2, 2, -b}, {0, 2, -b}}, true);
-  EXPECT_TRUE(near(segments(inward)[0].center, {1, -1, 0}));
-  const auto tilted = lw({{1, 2, 0}, {4, 6, 1.0}, {6, 6, 0}}, false, 5.0, {1, 0, 0});
-  EXPECT_EQ(numVerts(tilted), 3);
-  EXPECT_TRUE(near(getPointAt(tilted, 1), {5, 4, 6}));
-  EXPECT_TRUE(near(segments(tilted)[1].center, {5, 5, 6}));
-  // The bulge between coincident vertices makes no arc.
-  EXPECT_FALSE(segments(lw({{0, 0, 0.5}, {0, 0, 0}, {3, 4, 0}}))[0].isArc());
+  // Coincident vertices leave no arc and no piece.
+  const auto p = lw({{0, 0, 0.5}, {0, 0, 0}, {3, 4, 0}});
+  EXPECT_FALSE(segments(p)[0].isArc());
+  const auto pieces = explode(p);
+  ASSERT_EQ(pieces.size(), 1u);
+  EXPECT_EQ(pieces[0]->kind(), EntityKind::Line);
 }
 
 TEST(LwPolylines, AreasOfBulgedFigures) {
+  auto expect = [](const char* name, const LwPolylineEntity& p, double expected) {
+    EXPECT_NEAR(area(p), expected, 1e-12) << name;
+  };
   const double b = kQuarterBulge;
+  expect("semicircle", lw({{0, 0, 1.0}, {2, 0, 0}}), kPi / 2);
+  expect("semicircle the other way", lw({{0, 0, -1.0}, {2, 0, 0}}), kPi / 2);
+  expect("two bulges of one closed", lw({{0, 0, 1.0}, {2, 0, 1.0}}, true), kPi);
+  expect("square bulged outward", lw({{0, 0, b}, {2, 0, b}, {2, 2, b}, {0, 2, b}}, true), 2 * kPi);
+  expect("square bulged inward", lw({{0, 0, -b}, {2, 0, -b}, {2, 2, -b}, {0, 2, -b}}, true),
+         8 - 2 * kPi);
+  // Clockwise, the outward bulges are negative.
+  expect("clockwise square bulged outward",
+         lw({{0, 0, -b}, {0, 2, -b}, {2, 2, -b}, {2, 0, -b}}, true), 2 * kPi);
+  expect("one vertex", lw({{1, 2, 0.5}}, true), 0);
+  // One part by hand: chord 4, bulge 1/2: angle 4 atan(1/2), radius 4 (1 + 1/4) / 2.
+  const double theta = 4 * std::atan(0.5);
+  expect("one part", lw({{0, 0, 0.5}, {4, 0, 0}}), 2.5 * 2.5 / 2 * (theta - std::sin(theta)));
+  // The rectangle runs counterclockwise: positive bulges bulge out.
   const std::vector<LwVertex> v{{0, 0, 0.5}, {4, 0, -0.25}, {4, 3, 0}, {0, 3, 0.2}};
   auto part = [&](std::size_t i) {
     const LwVertex& next = v[(i + 1) % v.size()];
     return area(lw({v[i], {next.x, next.y, 0}}));
   };
-  // One part by hand: chord 4, bulge 1/2: angle 4 atan(1/2), radius 4 (1 + 1/4) / 2.
-  const double theta = 4 * std::atan(0.5);
-  const struct {
-    const char* name;
-    double area;
-    double expected;
-  } cases[] = {
-      {"semicircle", area(lw({{0, 0, 1.0}, {2, 0, 0}})), kPi / 2},
-      {"semicircle the other way", area(lw({{0, 0, -1.0}, {2, 0, 0}})), kPi / 2},
-      {"two bulges of one closed", area(lw({{0, 0, 1.0}, {2, 0, 1.0}}, true)), kPi},
-      {"square bulged outward", area(lw({{0, 0, b}, {2, 0, b}, {2, 2, b}, {0, 2, b}}, true)),
-       2 * kPi},
-      {"square bulged inward", area(lw({{0, 0, -b}, {2, 0, -b}, {2, 2, -b}, {0, 2, -b}}, true)),
-       8 - 2 * kPi},
-      // Clockwise, the outward bulges are negative.
-      {"clockwise square bulged outward",
-       area(lw({{0, 0, -b}, {0, 2, -b}, {2, 2, -b}, {2, 0, -b}}, true)), 2 * kPi},
-      {"one part", part(0), 2.5 * 2.5 / 2 * (theta - std::sin(theta))},
-      // The polygon runs counterclockwise: positive bulges bulge out.
-      {"rectangle with parts out and in", area(lw(v, true)), 12 + part(0) - part(1) + part(3)},
-      {"one vertex", area(lw({{1, 2, 0.5}}, true)), 0},
-  };
-  for (const auto& c : cases) EXPECT_NEAR(c.area, c.expected, 1e-12) << c.name;
+  expect("rectangle with parts out and in", lw(v, true), 12 + part(0) - part(1) + part(3));
 }
 
-TEST(LwPolylines, AreaIsThatOfTheClosedFigureFromAnyVertexEitherWay) {
+// The area is that of the closed figure from any vertex, either way round, in
+// any plane; the length too.
+TEST(LwPolylines, AreaAndLengthDoNotDependOnTheStartTheWayOrThePlane) {
   std::vector<LwVertex> v{{1, 1, 0.3}, {5, 0, 0}, {6, 4, -0.4}, {2, 5, 0.1}, {0, 3, 0}};
   const double expected = area(lw(v, true));
   EXPECT_GT(expected, 0.0);
   // An open polyline is closed by the chord.
   EXPECT_NEAR(area(lw(v)), expected, 1e-12);
+  EXPECT_NEAR(area(lw(v, true, 3.0, {0, 1, 1})), expected, 1e-12);
+  EXPECT_NEAR(lengthOf(lw(v, true, 3.0, {0, 1, 1})), lengthOf(lw(v, true)), 1e-12);
   for (std::size_t shift = 1; shift < v.size(); ++shift) {
     std::rotate(v.begin(), v.begin() + 1, v.end());
     EXPECT_NEAR(area(lw(v, true)), expected, 1e-12) << shift;
@@ -428,70 +459,6 @@ TEST(LwPolylines, AreaIsThatOfTheClosedFigureFromAnyVertexEitherWay) {
     back.push_back({v[i].x, v[i].y, -v[(i + v.size() - 1) % v.size()].bulge});
   }
   EXPECT_NEAR(area(lw(back, true)), expected, 1e-12);
-}
-
-TEST(LwPolylines, AnyNormalKeepsLengthAreaAndThePlane) {
-  const std::vector<LwVertex> v{{0, 0, 0.4}, {3, 0, 0}, {3, 2, -0.7}, {0, 2, 0}};
-  const auto flat = lw(v, true);
-  const auto tilted = lw(v, true, 3.0, {0, 1, 1});
-  EXPECT_NEAR(lengthOf(tilted), lengthOf(flat), 1e-12);
-  EXPECT_NEAR(area(tilted), area(flat), 1e-12);
-  const double k = 1 / kRoot2;
-  for (double t = 0.0; t <= 4.0; t += 0.125) {
-    const auto point = pointAtParam(tilted, t);
-    ASSERT_TRUE(point);
-    EXPECT_NEAR(point->y * k + point->z * k, 3.0, 1e-12) << t;
-  }
-  for (const auto& s : segments(tilted)) {
-    if (!s.isArc()) continue;
-    EXPECT_NEAR(distance(s.center, s.start), s.radius, 1e-12);
-    EXPECT_NEAR(distance(s.center, s.end), s.radius, 1e-12);
-    EXPECT_NEAR(s.center.y * k + s.center.z * k, 3.0, 1e-12);
-  }
-}
-
-TEST(Explode, PiecesRunFromVertexToVertexAndAddUpToThePolyline) {
-  const auto p = mixed();
-  const auto pieces = explode(p);
-  ASSERT_EQ(pieces.size(), 5u);
-  double total = 0.0;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    const Point3d a = getPointAt(p, static_cast<int>(i));
-    const Point3d b = getPointAt(p, static_cast<int>((i + 1) % 5));
-    const double bulge = p.vertices[i].bulge;
-    EXPECT_EQ(pieces[i]->kind(), bulge == 0.0 ? EntityKind::Line : EntityKind::Arc) << i;
-    // An arc the bulge turns clockwise runs the other way.
-    const bool reversed = bulge < 0.0;
-    EXPECT_TRUE(near(startPoint(*pieces[i]), reversed ? b : a)) << i;
-    EXPECT_TRUE(near(endPoint(*pieces[i]), reversed ? a : b)) << i;
-    // The middle of each piece is the middle of its segment.
-    const auto range = paramRange(*pieces[i]);
-    ASSERT_TRUE(range);
-    EXPECT_TRUE(
-        near(pointAtParam(*pieces[i], (range->start + range->end) / 2), *pointAtParam(p, i + 0.5)))
-        << i;
-    total += lengthOf(*pieces[i]);
-  }
-  EXPECT_NEAR(total, lengthOf(p), 1e-12);
-  // Coincident vertices leave no piece.
-  const auto coincident = explode(lw({{0, 0, 0.5}, {0, 0, 0}, {3, 4, 0}}));
-  ASSERT_EQ(coincident.size(), 1u);
-  EXPECT_EQ(coincident[0]->kind(), EntityKind::Line);
-}
-
-TEST(Explode, ArcsKeepThePlaneAndCentreOfThePolyline) {
-  // Normal down: the plane's X is world -X. A bulge of -1 from (0,0) to (2,0)
-  // turns clockwise in the plane through (1,1): counterclockwise from 0 to pi.
-  const auto pieces = explode(lw({{0, 0, -1.0}, {2, 0, 0}}, false, 4.0, {0, 0, -1}));
-  ASSERT_EQ(pieces.size(), 1u);
-  ASSERT_EQ(pieces[0]->kind(), EntityKind::Arc);
-  const auto& a = static_cast<const ArcEntity&>(*pieces[0]);
-  EXPECT_TRUE(near(a.center, {1, 0, 4}));
-  EXPECT_EQ(a.normal, (Point3d{0, 0, -1}));
-  EXPECT_DOUBLE_EQ(a.radius, 1.0);
-  EXPECT_NEAR(a.startAngle, 0.0, 1e-12);
-  EXPECT_NEAR(a.endAngle, kPi, 1e-12);
-  EXPECT_TRUE(near(pointAtParam(a, kPi / 2), {-1, 1, -4}));
 }
 
 TEST(Explode, PiecesCarryTheLayerAndProperties) {
