@@ -63,6 +63,7 @@ TEST_F(Intersect, CirclesAndArcs) {
   expect("circles twice", o, circle({8, 0, 0}, 5), {{4, 3, 0}, {4, -3, 0}});
   expect("circles touching outside", o, circle({10, 0, 0}, 5), {{5, 0, 0}});
   expect("circles touching inside", o, circle({0, -2, 0}, 3), {{0, -5, 0}});
+  expect("circles touching inside, the outer second", circle({0, -2, 0}, 3), o, {{0, -5, 0}});
   expect("circles apart", o, circle({11, 0, 0}, 5), {});
   expect("circle inside", o, circle({1, 0, 0}, 2), {});
   expect("concentric", o, circle({0, 0, 0}, 4), {});
@@ -122,6 +123,7 @@ TEST_F(Intersect, Ellipses) {
   const double y = std::sqrt(3.0);
   expect("line through", upright(2), e, {{2, -y, 0}, {2, y, 0}});
   expect("tangent", upright(4), e, {{4, 0, 0}});
+  expect("tangent on the other side", upright(-4), e, {{-4, 0, 0}});
   expect("tangent from inside", upright(4 - 1e-10), e, {{4 - 1e-10, 0, 0}});
   expect("past", upright(4.01), e, {});
   // From the end of the major axis, counterclockwise.
