@@ -81,17 +81,6 @@ TEST_F(ExtentsTest, BoxesWorkedOutByHandAndNoneWithoutGeometry) {
   expect("spline reaches its curve, not its control points",
          spline(3, {{0, 0, 0}, {1, 3, 0}, {2, -1, 0}, {3, 0, 0}}), {0, y((42 + root) / 72), 0},
          {3, y((42 - root) / 72), 0});
-  // One rational quadratic span of 120 degrees, from -40 to 80 degrees: the
-  // middle control point lies at 1/cos(60) along the bisector, of weight cos(60).
-  const double deg = kPi / 180;
-  auto at = [&](double angle, double radius) {
-    return Point3d{radius * std::cos(angle), radius * std::sin(angle), 0};
-  };
-  SplineEntity arcSpline = spline(2, {at(-40 * deg, 1), at(20 * deg, 2), at(80 * deg, 1)});
-  arcSpline.weights = {1, 0.5, 1};
-  arcSpline.flags = 4;
-  expect("rational spline of an arc", arcSpline, {std::cos(80 * deg), std::sin(-40 * deg), 0},
-         {1, std::sin(80 * deg), 0});
 }
 
 TEST_F(ExtentsTest, SplinesOfFitPointsOrListingTheirDistinctPointsHoldTheirCurve) {
