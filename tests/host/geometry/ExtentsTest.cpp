@@ -346,7 +346,7 @@ TEST_F(BlockReferenceTest, AttributesCountAndDefinitionsOnlyWhenConstant) {
   EXPECT_TRUE(box(of(*db.entity(refId)), {0, 0, 0}, {16, 22, 0}));
 }
 
-TEST_F(BlockReferenceTest, BlocksThatContainThemselvesEnd) {
+TEST_F(BlockReferenceTest, BlocksThatContainThemselvesEndAndMissingOrErasedContentsShowNothing) {
   const ObjectId loop = addBlock(L"Loop", {0, 0, 0});
   add(line({0, 0, 0}, {1, 1, 0}), loop);
   add(reference(loop, {5, 5, 0}), loop);
@@ -361,6 +361,13 @@ TEST_F(BlockReferenceTest, BlocksThatContainThemselvesEnd) {
   add(reference(a, {-10, 0, 0}), b);
   EXPECT_TRUE(box(of(reference(a, {0, 0, 0})), {0, 0, 0}, {1, 1, 0}));
   EXPECT_TRUE(box(of(reference(b, {0, 0, 0})), {-1, -1, 0}, {0, 0, 0}));
+  // A block that is missing, or whose contents were erased in part.
+  EXPECT_TRUE(of(reference(ObjectId(), {0, 0, 0})).isEmpty());
+  const ObjectId e = addBlock(L"E", {0, 0, 0});
+  const ObjectId l = add(line({0, 0, 0}, {1, 1, 0}), e);
+  add(line({0, 0, 0}, {-1, -1, 0}), e);
+  db.eraseEntity(l);
+  EXPECT_TRUE(box(of(reference(e, {0, 0, 0})), {-1, -1, 0}, {0, 0, 0}));
 }
 
 TEST_F(BlockReferenceTest, KeptBoxesFollowChangesUndoAndRedo) {
@@ -418,15 +425,6 @@ TEST_F(BlockReferenceTest, DeepNestingOfManyPlacementsEndsWithABoxThatHoldsIt) {
     ASSERT_TRUE(contains(e, path.apply({0, 0, 0}), 1e-9));
     ASSERT_TRUE(contains(e, path.apply({1, 0, 2}), 1e-9));
   }
-}
-
-TEST_F(BlockReferenceTest, MissingBlockOrErasedContents) {
-  EXPECT_TRUE(of(reference(ObjectId(), {0, 0, 0})).isEmpty());
-  const ObjectId b = addBlock(L"E", {0, 0, 0});
-  const ObjectId l = add(line({0, 0, 0}, {1, 1, 0}), b);
-  add(line({0, 0, 0}, {-1, -1, 0}), b);
-  db.eraseEntity(l);
-  EXPECT_TRUE(box(of(reference(b, {0, 0, 0})), {-1, -1, 0}, {0, 0, 0}));
 }
 
 // --- Hatches ---------------------------------------------------------------------

@@ -247,18 +247,11 @@ Polyhedron boxWithSquareHole() {
       p.vertices.push_back({double(xy.first), double(xy.second), z});
     }
   }
-  p.faces = {
-      {{0, 3, 2, 1}, {4, 5, 6, 7}},        // bottom, seen from below
-      {{8, 9, 10, 11}, {12, 15, 14, 13}},  // top
-      {{0, 1, 9, 8}},
-      {{1, 2, 10, 9}},
-      {{2, 3, 11, 10}},
-      {{3, 0, 8, 11}},
-      {{4, 12, 13, 5}},
-      {{5, 13, 14, 6}},
-      {{6, 14, 15, 7}},
-      {{7, 15, 12, 4}},  // the hole's walls
-  };
+  // The bottom, seen from below, and the top with their holes; the outer
+  // walls, and the hole's.
+  p.faces = {{{0, 3, 2, 1}, {4, 5, 6, 7}}, {{8, 9, 10, 11}, {12, 15, 14, 13}},
+             {{0, 1, 9, 8}},  {{1, 2, 10, 9}}, {{2, 3, 11, 10}}, {{3, 0, 8, 11}},
+             {{4, 12, 13, 5}}, {{5, 13, 14, 6}}, {{6, 14, 15, 7}}, {{7, 15, 12, 4}}};
   return p;
 }
 
