@@ -249,9 +249,16 @@ Polyhedron boxWithSquareHole() {
   }
   // The bottom, seen from below, and the top with their holes; the outer
   // walls, and the hole's.
-  p.faces = {{{0, 3, 2, 1}, {4, 5, 6, 7}}, {{8, 9, 10, 11}, {12, 15, 14, 13}},
-             {{0, 1, 9, 8}},  {{1, 2, 10, 9}}, {{2, 3, 11, 10}}, {{3, 0, 8, 11}},
-             {{4, 12, 13, 5}}, {{5, 13, 14, 6}}, {{6, 14, 15, 7}}, {{7, 15, 12, 4}}};
+  p.faces = {{{0, 3, 2, 1}, {4, 5, 6, 7}},
+             {{8, 9, 10, 11}, {12, 15, 14, 13}},
+             {{0, 1, 9, 8}},
+             {{1, 2, 10, 9}},
+             {{2, 3, 11, 10}},
+             {{3, 0, 8, 11}},
+             {{4, 12, 13, 5}},
+             {{5, 13, 14, 6}},
+             {{6, 14, 15, 7}},
+             {{7, 15, 12, 4}}};
   return p;
 }
 
@@ -347,12 +354,25 @@ class AcisExtentsTest : public ::testing::Test {
   Database db;
 };
 
-// The records between the header and the end mark.
+// A body of one lump of one shell, its first face record 3, and the records
+// from there on, between the header and the end mark.
 std::vector<std::string> sat(std::vector<std::string> records) {
   std::vector<std::string> lines = satHeader();
+  lines.insert(lines.end(), {"body $-1 -1 $-1 $1 $-1 $-1 #", "lump $-1 -1 $-1 $-1 $2 $0 #",
+                             "shell $-1 -1 $-1 $-1 $-1 $3 $-1 $1 #"});
   lines.insert(lines.end(), records.begin(), records.end());
   lines.push_back("End-of-ACIS-data");
   return lines;
+}
+
+// A region of one face in the plane z = 0 with one loop, and the records from
+// its first coedge, record 6, on.
+std::vector<std::string> region(std::vector<std::string> records) {
+  records.insert(
+      records.begin(),
+      {"face $-1 -1 $-1 $-1 $4 $2 $-1 $5 forward double out #", "loop $-1 -1 $-1 $-1 $6 $3 #",
+       "plane-surface $-1 -1 $-1 5 5 0 0 0 1 1 0 0 forward_v I I I I #"});
+  return sat(records);
 }
 
 TEST_F(AcisExtentsTest, SolidsTakeTheirVerticesPlacedByTheirBody) {
@@ -370,13 +390,7 @@ TEST_F(AcisExtentsTest, SolidsTakeTheirVerticesPlacedByTheirBody) {
 TEST_F(AcisExtentsTest, RegionBoundedByACircle) {
   // One face, one loop, one coedge on a closed edge round the circle of radius
   // 2 about (5,5); its only vertex is at (7,5).
-  const auto lines = sat({
-      "body $-1 -1 $-1 $1 $-1 $-1 #",
-      "lump $-1 -1 $-1 $-1 $2 $0 #",
-      "shell $-1 -1 $-1 $-1 $-1 $3 $-1 $1 #",
-      "face $-1 -1 $-1 $-1 $4 $2 $-1 $5 forward double out #",
-      "loop $-1 -1 $-1 $-1 $6 $3 #",
-      "plane-surface $-1 -1 $-1 5 5 0 0 0 1 1 0 0 forward_v I I I I #",
+  const auto lines = region({
       "coedge $-1 -1 $-1 $6 $6 $-1 $7 forward $4 $-1 #",
       "edge $-1 -1 $-1 $9 0 $9 6.2831853071795862 $6 $8 forward @7 unknown #",
       "ellipse-curve $-1 -1 $-1 5 5 0 0 0 1 2 0 0 1 I I #",
@@ -389,13 +403,7 @@ TEST_F(AcisExtentsTest, RegionBoundedByACircle) {
 // A half disc: an arc of the circle of radius 2 about (5,5) from (7,5) to
 // (3,5), and the line back.
 std::vector<std::string> halfDisc(const std::string& arcSense) {
-  return sat({
-      "body $-1 -1 $-1 $1 $-1 $-1 #",
-      "lump $-1 -1 $-1 $-1 $2 $0 #",
-      "shell $-1 -1 $-1 $-1 $-1 $3 $-1 $1 #",
-      "face $-1 -1 $-1 $-1 $4 $2 $-1 $5 forward double out #",
-      "loop $-1 -1 $-1 $-1 $6 $3 #",
-      "plane-surface $-1 -1 $-1 5 5 0 0 0 1 1 0 0 forward_v I I I I #",
+  return region({
       "coedge $-1 -1 $-1 $7 $7 $-1 $8 forward $4 $-1 #",
       "coedge $-1 -1 $-1 $6 $6 $-1 $9 forward $4 $-1 #",
       "edge $-1 -1 $-1 $10 0 $11 3.1415926535897931 $6 $12 " + arcSense + " @7 unknown #",
@@ -418,9 +426,6 @@ TEST_F(AcisExtentsTest, ArcEdgesFollowTheirSense) {
 
 TEST_F(AcisExtentsTest, SphereWithoutEdgesTakesItsPolesAndHasNoVolume) {
   const auto lines = sat({
-      "body $-1 -1 $-1 $1 $-1 $-1 #",
-      "lump $-1 -1 $-1 $-1 $2 $0 #",
-      "shell $-1 -1 $-1 $-1 $-1 $3 $-1 $1 #",
       "face $-1 -1 $-1 $-1 $-1 $2 $-1 $4 forward single #",
       "sphere-surface $-1 -1 $-1 1 2 3 4 1 0 0 0 0 1 forward_v I I I I #",
   });
