@@ -29,7 +29,7 @@ double lengthOf(const Entity& e) {
   return curveLength(e).value_or(-1.0);
 }
 
-host::SplineEntity quarterCircle() {
+SplineEntity quarterCircle() {
   // The rational quadratic of the quarter of the unit circle in the first quadrant.
   SplineEntity s = spline(2, {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {0, 0, 0, 1, 1, 1});
   s.flags = 4;
@@ -96,7 +96,7 @@ const std::vector<CurveCase>& curveCases() {
   const double h = kRoot2 / 2;
   const double b = kQuarterBulge;
   const double flat = 1e-4;
-  // With semi-axes 1 and b, the perimeter is 4 + 2 b^2 (ln(4 / b) - 1/2) and terms in b^4.
+  // With semi-axes 1 and f, the perimeter is 4 + 2 f^2 (ln(4 / f) - 1/2) and terms in f^4.
   const double flatPerimeter = 4.0 + 2.0 * flat * flat * (std::log(4.0 / flat) - 0.5);
   const std::vector<Point3d> corners{{0, 0, 0}, {3, 4, 0}, {3, 4, 12}};
   const std::vector<Point3d> path{{0, 0, 1}, {4, 0, 1}, {4, 3, 1}};
