@@ -4,31 +4,32 @@
 
 #include <cmath>
 
-#include "host/db/Database.h"
+#include "GeometryChecks.h"
 #include "host/geometry/PortGeometry.h"
 
 namespace host {
 namespace {
 
 using platform::EntityClass;
+using namespace geometry::test;
 
 class PortGeometryTest : public ::testing::Test {
  protected:
-  ObjectId add(std::unique_ptr<Entity> e) { return db.addEntity(std::move(e), db.modelSpace()); }
+  template <typename T>
+  ObjectId add(T e) {
+    return db.addEntity(std::make_unique<T>(std::move(e)), db.modelSpace());
+  }
   Database db;
   DbEntityGeometry geometry{db};
 };
 
 TEST_F(PortGeometryTest, ABulgedPolylineExplodesIntoCurvesThatAnswerLikeEntities) {
-  auto pl = std::make_unique<LwPolylineEntity>();
   // A unit square whose top edge bulges outward into a half circle.
-  pl->vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}};
-  pl->closed = true;
-  const ObjectId id = add(std::move(pl));
+  const ObjectId id = add(lw({{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, true));
   EXPECT_EQ(geometry.entityClass(id), EntityClass::LwPolyline);
   EXPECT_TRUE(geometry.isClosed(id));
-  EXPECT_NEAR(*geometry.area(id), 1.0 + M_PI / 8.0, 1e-12);
-  EXPECT_NEAR(*geometry.length(id), 3.0 + M_PI / 2.0, 1e-12);
+  EXPECT_NEAR(*geometry.area(id), 1.0 + kPi / 8.0, 1e-12);
+  EXPECT_NEAR(*geometry.length(id), 3.0 + kPi / 2.0, 1e-12);
   EXPECT_EQ(geometry.vertices(id).size(), 4u);
   EXPECT_EQ(geometry.bulges(id), (std::vector<double>{0, 0, 1, 0}));
 
@@ -56,13 +57,8 @@ TEST_F(PortGeometryTest, ABulgedPolylineExplodesIntoCurvesThatAnswerLikeEntities
 }
 
 TEST_F(PortGeometryTest, LinesMeetAndMeasure) {
-  auto a = std::make_unique<LineEntity>();
-  a->end = {10, 10, 0};
-  auto b = std::make_unique<LineEntity>();
-  b->start = {0, 10, 0};
-  b->end = {10, 0, 0};
-  const ObjectId ia = add(std::move(a));
-  const ObjectId ib = add(std::move(b));
+  const ObjectId ia = add(line({0, 0, 0}, {10, 10, 0}));
+  const ObjectId ib = add(line({0, 10, 0}, {10, 0, 0}));
   const std::vector<Point3d> meet = geometry.intersectWith(ia, ib);
   ASSERT_EQ(meet.size(), 1u);
   EXPECT_NEAR(meet[0].x, 5.0, 1e-12);
@@ -75,10 +71,10 @@ TEST_F(PortGeometryTest, LinesMeetAndMeasure) {
 }
 
 TEST_F(PortGeometryTest, TextsAndReferencesTellTheirPlaceAndWords) {
-  auto text = std::make_unique<TextEntity>();
-  text->data.position = {3, 4, 0};
-  text->data.text = L"Main street";
-  const ObjectId t = add(std::move(text));
+  TextEntity text;
+  text.data.position = {3, 4, 0};
+  text.data.text = L"Main street";
+  const ObjectId t = add(text);
   EXPECT_EQ(geometry.entityClass(t), EntityClass::Text);
   EXPECT_EQ(*geometry.position(t), (Point3d{3, 4, 0}));
   EXPECT_EQ(*geometry.text(t), L"Main street");

@@ -8,31 +8,13 @@
 #include <memory>
 #include <vector>
 
+#include "GeometryChecks.h"
 #include "Splines.h"
 
 namespace host::geometry {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-
-SplineEntity splineOfPoints(int degree, std::vector<Point3d> points,
-                            std::vector<double> knots = {}) {
-  SplineEntity s;
-  s.degree = static_cast<std::int16_t>(degree);
-  s.controlPoints = std::move(points);
-  s.knots = std::move(knots);
-  return s;
-}
-
-void expectPoint(const Point3d& p, double x, double y, double z, double tolerance = 1e-12) {
-  EXPECT_NEAR(p.x, x, tolerance);
-  EXPECT_NEAR(p.y, y, tolerance);
-  EXPECT_NEAR(p.z, z, tolerance);
-}
-
-double distanceTo(const Point3d& p, double x, double y, double z) {
-  return std::sqrt((p.x - x) * (p.x - x) + (p.y - y) * (p.y - y) + (p.z - z) * (p.z - z));
-}
+using namespace test;
 
 // The distance from a point to the polyline through the points.
 double distanceToPath(const Point3d& p, const std::vector<Point3d>& path) {
@@ -43,78 +25,60 @@ double distanceToPath(const Point3d& p, const std::vector<Point3d>& path) {
     const double len2 = d.x * d.x + d.y * d.y + d.z * d.z;
     double f = len2 > 0 ? ((p.x - a.x) * d.x + (p.y - a.y) * d.y + (p.z - a.z) * d.z) / len2 : 0;
     f = std::clamp(f, 0.0, 1.0);
-    best = std::min(best, distanceTo(p, a.x + f * d.x, a.y + f * d.y, a.z + f * d.z));
+    best = std::min(best, distance(p, {a.x + f * d.x, a.y + f * d.y, a.z + f * d.z}));
   }
   return best;
 }
 
-// ---- knots -------------------------------------------------------------------
+const std::vector<Point3d> kZigzag{{0, 0, 0}, {1, 4, 0}, {2, -3, 1},
+                                   {3, 4, 0}, {4, 0, 2}, {6, 5, 0}};
 
-TEST(SplineKnots, UniformClampedWhenTheFileGaveNone) {
-  const SplineEntity s =
-      splineOfPoints(3, {{0, 0, 0}, {1, 1, 0}, {2, 0, 0}, {3, 1, 0}, {4, 0, 0}, {5, 1, 0}});
+TEST(SplineKnots, TheFilesOwnOrUniformClampedWhenMissingOrOfTheWrongCount) {
+  const std::vector<double> own{0, 0, 0, 2, 5, 5, 5};
+  const std::vector<Point3d> four{{0, 0, 0}, {1, 1, 0}, {2, 0, 0}, {3, 1, 0}};
+  EXPECT_EQ(effectiveKnots(spline(2, four, own)), own);
+  EXPECT_EQ(effectiveKnots(spline(2, four, {0, 1})), (std::vector<double>{0, 0, 0, 0.5, 1, 1, 1}));
   const std::vector<double> expected{0, 0, 0, 0, 1.0 / 3, 2.0 / 3, 1, 1, 1, 1};
-  const std::vector<double> knots = effectiveKnots(s);
+  const std::vector<double> knots = effectiveKnots(spline(3, kZigzag));
   ASSERT_EQ(knots.size(), expected.size());
   for (std::size_t i = 0; i < knots.size(); ++i) EXPECT_NEAR(knots[i], expected[i], 1e-15) << i;
 }
 
-TEST(SplineKnots, TheFilesOwnAreKept) {
-  const std::vector<double> own{0, 0, 0, 2, 5, 5, 5};
-  const SplineEntity s = splineOfPoints(2, {{0, 0, 0}, {1, 1, 0}, {2, 0, 0}, {3, 1, 0}}, own);
-  EXPECT_EQ(effectiveKnots(s), own);
-}
-
-TEST(SplineKnots, AWrongCountIsReplacedByUniformOnes) {
-  const SplineEntity s = splineOfPoints(2, {{0, 0, 0}, {1, 1, 0}, {2, 0, 0}}, {0, 1});
-  const std::vector<double> expected{0, 0, 0, 1, 1, 1};
-  EXPECT_EQ(effectiveKnots(s), expected);
-}
-
-// ---- evaluation ----------------------------------------------------------------
-
-TEST(SplineEvaluate, QuadraticAtItsKnotsAndBetween) {
+TEST(SplineEvaluate, PointsWorkedOutByHand) {
   // Knots 0 0 0 .5 1 1 1: the interior knot's point is the middle of P1 P2,
   // and a quarter of the way is the first span's Bezier (P0, P1, (P1+P2)/2)
-  // at its middle.
-  const SplineEntity s = splineOfPoints(2, {{0, 0, 0}, {1, 2, 0}, {3, 2, 0}, {4, 0, 0}});
-  expectPoint(evaluate(s, 0.0), 0, 0, 0);
-  expectPoint(evaluate(s, 0.5), 2, 2, 0);
-  expectPoint(evaluate(s, 1.0), 4, 0, 0);
-  expectPoint(evaluate(s, 0.25), 1, 1.5, 0);
-}
-
-TEST(SplineEvaluate, CubicAtItsKnotsAndBetween) {
+  // at its middle; outside the knots, the ends.
+  const SplineEntity quadratic = spline(2, {{0, 0, 0}, {1, 2, 0}, {3, 2, 0}, {4, 0, 0}});
   // One span: the Bezier's middle is (P0 + 3 P1 + 3 P2 + P3) / 8.
-  const SplineEntity bezier = splineOfPoints(3, {{0, 0, 0}, {1, 3, 0}, {3, 3, 6}, {4, 0, 0}});
-  expectPoint(evaluate(bezier, 0.0), 0, 0, 0);
-  expectPoint(evaluate(bezier, 0.5), 2, 2.25, 2.25);
-  expectPoint(evaluate(bezier, 1.0), 4, 0, 0);
+  const SplineEntity bezier = spline(3, {{0, 0, 0}, {1, 3, 0}, {3, 3, 6}, {4, 0, 0}});
   // Knots 0 0 0 0 .5 1 1 1 1: at the interior knot, (P1 + 2 P2 + P3) / 4.
-  const SplineEntity two =
-      splineOfPoints(3, {{0, 0, 0}, {1, 4, 0}, {2, 0, 0}, {3, 4, 0}, {4, 0, 8}});
-  expectPoint(evaluate(two, 0.5), 2, 2, 0);
-  expectPoint(evaluate(two, 1.0), 4, 0, 8);
+  const SplineEntity two = spline(3, {{0, 0, 0}, {1, 4, 0}, {2, 0, 0}, {3, 4, 0}, {4, 0, 8}});
+  const struct {
+    const SplineEntity& s;
+    double t;
+    Point3d expected;
+  } cases[] = {
+      {quadratic, 0.0, {0, 0, 0}},    {quadratic, 0.5, {2, 2, 0}},    {quadratic, 1.0, {4, 0, 0}},
+      {quadratic, 0.25, {1, 1.5, 0}}, {quadratic, -3.0, {0, 0, 0}},   {quadratic, 7.0, {4, 0, 0}},
+      {bezier, 0.0, {0, 0, 0}},       {bezier, 0.5, {2, 2.25, 2.25}}, {bezier, 1.0, {4, 0, 0}},
+      {two, 0.5, {2, 2, 0}},          {two, 1.0, {4, 0, 8}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_TRUE(near(evaluate(c.s, c.t), c.expected, 1e-12)) << c.s.degree << " at " << c.t;
+  }
 }
 
-TEST(SplineEvaluate, RationalQuarterCircle) {
-  SplineEntity s = splineOfPoints(2, {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}});
+TEST(SplineEvaluate, RationalQuarterCircleKeepsToTheCircleByItsWeights) {
+  SplineEntity s = spline(2, {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}});
   s.weights = {1.0, std::sqrt(0.5), 1.0};
   s.flags = 4;
-  expectPoint(evaluate(s, 0.5), std::sqrt(0.5), std::sqrt(0.5), 0);
-  for (double t : {0.1, 0.3, 0.7, 0.9}) {
-    EXPECT_NEAR(distanceTo(evaluate(s, t), 0, 0, 0), 1.0, 1e-14) << t;
+  for (double t : {0.1, 0.3, 0.5, 0.7, 0.9}) {
+    EXPECT_NEAR(distance(evaluate(s, t), {}), 1.0, 1e-14) << t;
   }
   // Without its weights the same points make a parabola, off the circle.
   s.weights.clear();
   s.flags = 0;
-  EXPECT_GT(std::fabs(distanceTo(evaluate(s, 0.5), 0, 0, 0) - 1.0), 0.01);
-}
-
-TEST(SplineEvaluate, ParametersOutsideTheKnotsGiveTheEnds) {
-  const SplineEntity s = splineOfPoints(2, {{0, 0, 0}, {1, 2, 0}, {3, 2, 0}, {4, 0, 0}});
-  expectPoint(evaluate(s, -3.0), 0, 0, 0);
-  expectPoint(evaluate(s, 7.0), 4, 0, 0);
+  EXPECT_GT(std::fabs(distance(evaluate(s, 0.5), {}) - 1.0), 0.01);
 }
 
 TEST(SplineEvaluate, PeriodicSplinesCloseAsTheirKnotsSay) {
@@ -125,20 +89,17 @@ TEST(SplineEvaluate, PeriodicSplinesCloseAsTheirKnotsSay) {
   wrapped.insert(wrapped.end(), distinct.begin(), distinct.begin() + 3);
   std::vector<double> knots;
   for (int i = 0; i <= 10; ++i) knots.push_back(i);
-  SplineEntity s = splineOfPoints(3, wrapped, knots);
+  SplineEntity s = spline(3, wrapped, knots);
   s.flags = 1 | 2;
-  const Point3d start = evaluate(s, 3.0);
-  const Point3d end = evaluate(s, 7.0);
-  expectPoint(end, start.x, start.y, start.z);
   // A uniform cubic's point at a knot is (P0 + 4 P1 + P2) / 6.
-  expectPoint(start, (0 + 16 + 4) / 6.0, (0 + 0 + 4) / 6.0, 0);
+  EXPECT_TRUE(near(evaluate(s, 3.0), {(0 + 16 + 4) / 6.0, (0 + 0 + 4) / 6.0, 0}, 1e-12));
+  EXPECT_TRUE(near(evaluate(s, 7.0), evaluate(s, 3.0), 1e-12));
   // Listing only the distinct points, with knots for the wrapped set, is the
   // same curve.
-  SplineEntity unwrapped = splineOfPoints(3, distinct, knots);
+  SplineEntity unwrapped = spline(3, distinct, knots);
   unwrapped.flags = 1 | 2;
   for (double t : {3.0, 4.5, 6.2, 7.0}) {
-    const Point3d a = evaluate(s, t);
-    expectPoint(evaluate(unwrapped, t), a.x, a.y, a.z);
+    EXPECT_TRUE(near(evaluate(unwrapped, t), evaluate(s, t), 1e-12)) << t;
   }
 }
 
@@ -146,26 +107,23 @@ TEST(SplineEvaluate, FitPointsAloneMakeTheCurveThroughThem) {
   SplineEntity s;
   s.fitPoints = {{0, 0, 0}, {2, 3, 0}, {5, 1, 0}, {7, 4, 1}, {9, 0, 0}};
   const std::vector<Point3d> points = sample(s, 1e-7);
-  expectPoint(points.front(), 0, 0, 0);
-  expectPoint(points.back(), 9, 0, 0);
+  EXPECT_TRUE(near(points.front(), {0, 0, 0}, 1e-12));
+  EXPECT_TRUE(near(points.back(), {9, 0, 0}, 1e-12));
   for (const Point3d& f : s.fitPoints) EXPECT_LE(distanceToPath(f, points), 1e-6);
   // A curve, not the polyline through them: it bends between the points.
   EXPECT_GT(distanceToPath({1, 1.5, 0}, points), 1e-3);
   // Fit points all in one place are that point.
   s.fitPoints = {{1, 2, 3}, {1, 2, 3}};
-  expectPoint(evaluate(s, 0.5), 1, 2, 3);
+  EXPECT_TRUE(near(evaluate(s, 0.5), {1, 2, 3}, 1e-12));
 }
 
-// ---- sampling -------------------------------------------------------------------
-
 TEST(SplineSample, ChordsKeepWithinTheTolerance) {
-  const SplineEntity s =
-      splineOfPoints(3, {{0, 0, 0}, {1, 4, 0}, {2, -3, 1}, {3, 4, 0}, {4, 0, 2}, {6, 5, 0}});
+  const SplineEntity s = spline(3, kZigzag);
   for (double tolerance : {1e-2, 1e-4}) {
     const std::vector<Point3d> points = sample(s, tolerance);
     ASSERT_GE(points.size(), 2u);
-    expectPoint(points.front(), 0, 0, 0);
-    expectPoint(points.back(), 6, 5, 0);
+    EXPECT_TRUE(near(points.front(), {0, 0, 0}, 1e-12));
+    EXPECT_TRUE(near(points.back(), {6, 5, 0}, 1e-12));
     // Every chord's middle is near the curve: the densest sampling we can
     // afford stands in for the curve.
     const std::vector<Point3d> dense = sample(s, tolerance * 1e-3);
@@ -178,20 +136,11 @@ TEST(SplineSample, ChordsKeepWithinTheTolerance) {
   EXPECT_GT(sample(s, 1e-4).size(), sample(s, 1e-2).size());
 }
 
-TEST(SplineSample, ACopyOfACircleStaysOnTheCircle) {
-  CircleEntity circle;
-  circle.center = {3, -2, 1};
-  circle.radius = 7.5;
-  const auto s = splineOf(circle);
-  ASSERT_NE(s, nullptr);
-  const std::vector<Point3d> points = sample(*s, 1e-6);
+TEST(SplineSample, ChordsOfACircleCopyKeepWithinTheTolerance) {
+  const std::vector<Point3d> points = sample(*splineOf(circle({3, -2, 1}, 7.5)), 1e-6);
   ASSERT_GT(points.size(), 100u);
-  for (const Point3d& p : points) {
-    EXPECT_NEAR(distanceTo(p, 3, -2, 1), 7.5, 1e-12);
-    EXPECT_NEAR(p.z, 1.0, 1e-12);
-  }
-  expectPoint(points.front(), 10.5, -2, 1);
-  expectPoint(points.back(), 10.5, -2, 1);
+  EXPECT_TRUE(near(points.front(), {10.5, -2, 1}, 1e-12));
+  EXPECT_TRUE(near(points.back(), {10.5, -2, 1}, 1e-12));
   // The chord error of a circle is r (1 - cos(half the chord's angle)).
   for (std::size_t i = 1; i < points.size(); ++i) {
     const double cx = (points[i - 1].x + points[i].x) / 2;
@@ -200,132 +149,59 @@ TEST(SplineSample, ACopyOfACircleStaysOnTheCircle) {
   }
 }
 
-// ---- exact copies ------------------------------------------------------------------
-
-TEST(SplineOf, ACircleIsNinePointsInFourQuarters) {
-  CircleEntity circle;
-  circle.center = {1, 2, 0};
-  circle.radius = 2;
-  circle.color = 3;
-  circle.layer = ObjectId(7);
-  const auto s = splineOf(circle);
+TEST(SplineOf, ACircleIsNinePointsInFourQuartersWithTheCirclesProperties) {
+  CircleEntity c = circle({1, 2, 0}, 2);
+  c.color = 3;
+  c.layer = ObjectId(7);
+  const auto s = splineOf(c);
   ASSERT_NE(s, nullptr);
   EXPECT_EQ(s->degree, 2);
   EXPECT_EQ(s->flags, 1 | 4 | 8);
   EXPECT_TRUE(s->closed());
   ASSERT_EQ(s->controlPoints.size(), 9u);
   ASSERT_EQ(s->weights.size(), 9u);
-  const std::vector<double> knots{0, 0, 0, .25, .25, .5, .5, .75, .75, 1, 1, 1};
-  ASSERT_EQ(s->knots.size(), knots.size());
-  for (std::size_t i = 0; i < knots.size(); ++i) EXPECT_NEAR(s->knots[i], knots[i], 1e-15);
-  expectPoint(s->controlPoints[0], 3, 2, 0);
-  expectPoint(s->controlPoints[1], 3, 4, 0);  // the corner of the first quarter
-  expectPoint(s->controlPoints[2], 1, 4, 0);
+  EXPECT_EQ(s->knots, (std::vector<double>{0, 0, 0, .25, .25, .5, .5, .75, .75, 1, 1, 1}));
+  EXPECT_TRUE(near(s->controlPoints[0], {3, 2, 0}, 1e-12));
+  EXPECT_TRUE(near(s->controlPoints[1], {3, 4, 0}, 1e-12));  // the corner of the first quarter
+  EXPECT_TRUE(near(s->controlPoints[2], {1, 4, 0}, 1e-12));
   EXPECT_EQ(s->controlPoints[8], s->controlPoints[0]);
   EXPECT_NEAR(s->weights[1], std::sqrt(0.5), 1e-15);
   EXPECT_EQ(s->weights[2], 1.0);
   EXPECT_EQ(s->color, 3);
   EXPECT_EQ(s->layer, ObjectId(7));
-}
-
-TEST(SplineOf, ArcsSplitIntoPiecesOfAtMostAQuarter) {
-  ArcEntity arc;
-  arc.radius = 5;
-  arc.startAngle = 0;
-  arc.endAngle = 1.5 * kPi;
-  auto s = splineOf(arc);
-  ASSERT_NE(s, nullptr);
-  EXPECT_EQ(s->controlPoints.size(), 7u);
-  EXPECT_FALSE(s->closed());
-  expectPoint(evaluate(*s, 0.0), 5, 0, 0);
-  expectPoint(evaluate(*s, 1.0), 0, -5, 0);
-  // 100 degrees need two pieces of 50.
-  arc.endAngle = 100.0 * kPi / 180.0;
-  s = splineOf(arc);
-  EXPECT_EQ(s->controlPoints.size(), 5u);
-  EXPECT_NEAR(s->weights[1], std::cos(25.0 * kPi / 180.0), 1e-15);
-  expectPoint(evaluate(*s, 1.0), 5 * std::cos(arc.endAngle), 5 * std::sin(arc.endAngle), 0);
-  // An end angle below the start runs through zero.
-  arc.startAngle = 1.5 * kPi;
-  arc.endAngle = 0.5 * kPi;
-  s = splineOf(arc);
-  EXPECT_EQ(s->controlPoints.size(), 5u);
-  expectPoint(evaluate(*s, 0.5), 5, 0, 0, 1e-12);
-}
-
-TEST(SplineOf, PlanesOtherThanXYGoToWorldCoordinates) {
-  // Normal -Z: the plane's X axis is world -X, so angle 0 is at world (-r, 0).
-  ArcEntity arc;
-  arc.center = {1, 1, 4};  // in the plane's coordinates: world (-1, 1, -4)
-  arc.radius = 2;
-  arc.startAngle = 0;
-  arc.endAngle = kPi / 2;
-  arc.normal = {0, 0, -1};
-  const auto s = splineOf(arc);
-  expectPoint(evaluate(*s, 0.0), -3, 1, -4);
-  expectPoint(evaluate(*s, 1.0), -1, 3, -4);
-  EXPECT_NEAR(s->normal.z, -1.0, 1e-15);
-  // A circle standing in the XZ plane stays in it.
-  CircleEntity circle;
-  circle.radius = 3;
-  circle.normal = {0, 1, 0};
-  const auto c = splineOf(circle);
-  for (const Point3d& p : sample(*c, 1e-6)) {
-    EXPECT_NEAR(p.y, 0.0, 1e-12);
-    EXPECT_NEAR(std::hypot(p.x, p.z), 3.0, 1e-12);
-  }
-}
-
-TEST(SplineOf, EllipsesAreAffineImagesOfCircles) {
-  EllipseEntity e;
-  e.center = {1, 1, 2};
-  e.majorAxis = {3, 4, 0};  // semi-major 5, turned by atan(4/3)
-  e.ratio = 0.4;            // semi-minor 2
-  const auto s = splineOf(e);
-  ASSERT_NE(s, nullptr);
-  EXPECT_TRUE(s->closed());
-  EXPECT_EQ(s->controlPoints.size(), 9u);
-  for (const Point3d& p : sample(*s, 1e-6)) {
-    const double dx = p.x - 1;
-    const double dy = p.y - 1;
-    const double along = (dx * 3 + dy * 4) / 5;
-    const double across = (-dx * 4 + dy * 3) / 5;
-    EXPECT_NEAR(along * along / 25 + across * across / 4, 1.0, 1e-12);
-    EXPECT_NEAR(p.z, 2.0, 1e-12);
-  }
-  // Half of it, from the end of the major axis to its other end through the
-  // minor axis' positive side.
-  e.startParam = 0;
-  e.endParam = kPi;
-  const auto half = splineOf(e);
-  EXPECT_FALSE(half->closed());
-  expectPoint(evaluate(*half, 0.0), 4, 5, 2);
-  expectPoint(evaluate(*half, 1.0), -2, -3, 2);
-  expectPoint(evaluate(*half, 0.5), 1 - 2 * 0.8, 1 + 2 * 0.6, 2);
-}
-
-TEST(SplineOf, OtherKindsHaveNone) {
   EXPECT_EQ(splineOf(LineEntity()), nullptr);
   EXPECT_EQ(splineOf(LwPolylineEntity()), nullptr);
 }
 
-// ---- polylines -----------------------------------------------------------------------
-
-TEST(SplineToPolyline, PrecisionBelowOneGivesNothing) {
-  const SplineEntity s = splineOfPoints(2, {{0, 0, 0}, {1, 2, 0}, {3, 2, 0}, {4, 0, 0}});
-  EXPECT_EQ(toPolyline(s, 0), nullptr);
-  EXPECT_EQ(toPolyline(s, -5), nullptr);
-  EXPECT_NE(toPolyline(s, 1), nullptr);
+// That the copies run over their conics is checked where the curves are.
+TEST(SplineOf, ConicsSplitIntoPiecesOfAtMostAQuarter) {
+  auto s = splineOf(arc({}, 5, 0, 1.5 * kPi));
+  ASSERT_NE(s, nullptr);
+  EXPECT_EQ(s->controlPoints.size(), 7u);
+  EXPECT_FALSE(s->closed());
+  // 100 degrees need two pieces of 50.
+  s = splineOf(arc({}, 5, 0, 100.0 * kPi / 180.0));
+  EXPECT_EQ(s->controlPoints.size(), 5u);
+  EXPECT_NEAR(s->weights[1], std::cos(25.0 * kPi / 180.0), 1e-15);
+  // An end angle below the start runs through zero.
+  s = splineOf(arc({}, 5, 1.5 * kPi, 0.5 * kPi, {0, 0, -1}));
+  EXPECT_EQ(s->controlPoints.size(), 5u);
+  EXPECT_NEAR(s->normal.z, -1.0, 1e-15);
+  EllipseEntity e = ellipse({1, 1, 2}, {3, 4, 0}, 0.4);
+  s = splineOf(e);
+  EXPECT_TRUE(s->closed());
+  EXPECT_EQ(s->controlPoints.size(), 9u);
+  e.endParam = kPi;
+  s = splineOf(e);
+  EXPECT_FALSE(s->closed());
+  EXPECT_EQ(s->controlPoints.size(), 5u);
 }
 
 TEST(SplineToPolyline, PlanarSplinesBecomeLightweightPolylinesOnTheCurve) {
-  CircleEntity circle;
-  circle.center = {0, 0, 2.5};
-  circle.radius = 4;
-  circle.color = 5;
-  circle.layer = ObjectId(3);
-  const auto s = splineOf(circle);
-  const auto result = toPolyline(*s, 3);
+  CircleEntity c = circle({0, 0, 2.5}, 4);
+  c.color = 5;
+  c.layer = ObjectId(3);
+  const auto result = toPolyline(*splineOf(c), 3);
   ASSERT_NE(result, nullptr);
   ASSERT_EQ(result->kind(), EntityKind::LwPolyline);
   const auto& pl = static_cast<const LwPolylineEntity&>(*result);
@@ -342,9 +218,11 @@ TEST(SplineToPolyline, PlanarSplinesBecomeLightweightPolylinesOnTheCurve) {
   }
 }
 
-TEST(SplineToPolyline, MorePrecisionMoreVertices) {
-  const SplineEntity s =
-      splineOfPoints(3, {{0, 0, 0}, {1, 4, 0}, {2, -3, 0}, {3, 4, 0}, {4, 0, 0}, {6, 5, 0}});
+TEST(SplineToPolyline, MorePrecisionMoreVerticesAndNoneBelowOne) {
+  SplineEntity s = spline(3, kZigzag);
+  for (auto& p : s.controlPoints) p.z = 0;
+  EXPECT_EQ(toPolyline(s, 0), nullptr);
+  EXPECT_EQ(toPolyline(s, -5), nullptr);
   std::size_t previous = 0;
   for (int precision : {1, 2, 5, 10, 40}) {
     const auto result = toPolyline(s, precision);
@@ -359,8 +237,7 @@ TEST(SplineToPolyline, MorePrecisionMoreVertices) {
 }
 
 TEST(SplineToPolyline, VerticesLieOnTheCurve) {
-  const SplineEntity s = splineOfPoints(3, {{0, 0, 0}, {1, 3, 0}, {3, 3, 0}, {4, 0, 0}});
-  const auto result = toPolyline(s, 8);
+  const auto result = toPolyline(spline(3, {{0, 0, 0}, {1, 3, 0}, {3, 3, 0}, {4, 0, 0}}), 8);
   const auto& pl = static_cast<const LwPolylineEntity&>(*result);
   ASSERT_EQ(pl.vertices.size(), 9u);
   // The Bezier in closed form: x rises with t, so each vertex's x gives its
@@ -378,8 +255,7 @@ TEST(SplineToPolyline, VerticesLieOnTheCurve) {
 }
 
 TEST(SplineToPolyline, SplinesOutOfAnXYPlaneBecome3dPolylines) {
-  SplineEntity s = splineOfPoints(2, {{0, 0, 0}, {1, 2, 1}, {3, 2, 0}, {4, 0, 0}});
-  s.flags = 0;
+  SplineEntity s = spline(2, {{0, 0, 0}, {1, 2, 1}, {3, 2, 0}, {4, 0, 0}});
   s.color = 2;
   const auto result = toPolyline(s, 2);
   ASSERT_EQ(result->kind(), EntityKind::Polyline3d);
@@ -387,29 +263,24 @@ TEST(SplineToPolyline, SplinesOutOfAnXYPlaneBecome3dPolylines) {
   EXPECT_FALSE(pl.closed());
   EXPECT_EQ(pl.flags & 8, 8);
   ASSERT_EQ(pl.vertices.size(), 5u);
-  expectPoint(pl.vertices[0].position, 0, 0, 0);
-  expectPoint(pl.vertices[2].position, 2, 2, 0.5);
-  expectPoint(pl.vertices[4].position, 4, 0, 0);
+  EXPECT_TRUE(near(pl.vertices[0].position, {0, 0, 0}, 1e-12));
+  EXPECT_TRUE(near(pl.vertices[2].position, {2, 2, 0.5}, 1e-12));
+  EXPECT_TRUE(near(pl.vertices[4].position, {4, 0, 0}, 1e-12));
   EXPECT_EQ(pl.color, 2);
   // A planar circle standing upright is planar, but not parallel to XY.
-  CircleEntity upright;
-  upright.radius = 1;
-  upright.normal = {1, 0, 0};
-  const auto closed = toPolyline(*splineOf(upright), 1);
+  const auto closed = toPolyline(*splineOf(circle({}, 1, {1, 0, 0})), 1);
   ASSERT_EQ(closed->kind(), EntityKind::Polyline3d);
   EXPECT_TRUE(static_cast<const Polyline3dEntity&>(*closed).closed());
-}
-
-TEST(SplineToPolyline, ZWithinRoundingOfTheSpansSizeIsFlat) {
-  SplineEntity s = splineOfPoints(2, {{0, 0, 10}, {1000, 2, 10 + 1e-10}, {3000, 0, 10}});
-  EXPECT_EQ(toPolyline(s, 1)->kind(), EntityKind::LwPolyline);
-  s.controlPoints[1].z = 10 + 1e-3;
-  EXPECT_EQ(toPolyline(s, 1)->kind(), EntityKind::Polyline3d);
+  // Z within rounding of the span's size is flat.
+  SplineEntity almost = spline(2, {{0, 0, 10}, {1000, 2, 10 + 1e-10}, {3000, 0, 10}});
+  EXPECT_EQ(toPolyline(almost, 1)->kind(), EntityKind::LwPolyline);
+  almost.controlPoints[1].z = 10 + 1e-3;
+  EXPECT_EQ(toPolyline(almost, 1)->kind(), EntityKind::Polyline3d);
 }
 
 TEST(SplineToPolyline, TheClosedFlagFollowsTheSpline) {
   // Open spline whose ends meet: open polyline, last vertex kept.
-  SplineEntity s = splineOfPoints(3, {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {0, 0, 0}});
+  SplineEntity s = spline(3, {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}, {0, 0, 0}});
   auto result = toPolyline(s, 2);
   const auto* open = static_cast<const LwPolylineEntity*>(result.get());
   EXPECT_FALSE(open->closed);
