@@ -6,97 +6,61 @@
 namespace testing_support {
 namespace {
 
+using Ids = std::vector<ObjectId>;
+
 class PresenceSearchTest : public ModuleTest {
  protected:
   void SetUp() override {
     ModuleTest::SetUp();
-    host.defineTable(L"A");
-    host.defineTable(L"B");
-    host.defineTable(L"CNTR_t");
-    bare = host.addLine();
-    one = host.addLine();
-    host.attach(one, L"A");
-    twoTables = host.addLine();
-    host.attach(twoTables, L"A");
-    host.attach(twoTables, L"B");
-    twice = host.addLine();
-    host.attach(twice, L"A");
-    host.attach(twice, L"A");
-    userAndSystem = host.addLine();
-    host.attach(userAndSystem, L"A");
-    host.attach(userAndSystem, L"CNTR_t");
-    systemTwice = host.addLine();
-    host.attach(systemTwice, L"CNTR_t");
-    host.attach(systemTwice, L"CNTR_t");
+    for (const wchar_t* table : {L"A", L"B", L"a", L"CNTR_t"}) host.defineTable(table);
+    for (const wchar_t* records : {L"", L"A", L"A B", L"A A", L"A CNTR_t", L"CNTR_t CNTR_t"}) {
+      entities.push_back(host.addLine());
+      host.attach(entities.back(), records);
+    }
   }
 
-  std::vector<ObjectId> search(const std::wstring& command) {
-    host.pickFirst.clear();
+  // Runs a search over the given entities, or at the prompt over all of model space.
+  Ids search(const std::wstring& command, const Ids& pickFirst = {}) {
+    host.pickFirst = pickFirst;
     host.printed.clear();
-    host.selections.push_back(picked({}));
+    if (pickFirst.empty()) host.selections.push_back(picked({}));
     run(command);
     return host.pickFirst;
   }
 
-  ObjectId bare, one, twoTables, twice, userAndSystem, systemTwice;
+  Ids entities;  // bare, one, two tables, twice, user and system, system twice
 };
 
-TEST_F(PresenceSearchTest, EachModeFindsItsEntities) {
-  EXPECT_EQ(search(L"ZARVEL_HAS_OD"),
-            (std::vector<ObjectId>{one, twoTables, twice, userAndSystem}));
+TEST_F(PresenceSearchTest, EachModeFindsItsEntitiesAndSaysHowMany) {
+  const Ids& e = entities;
+  EXPECT_EQ(search(L"ZARVEL_HAS_OD"), (Ids{e[1], e[2], e[3], e[4]}));
   EXPECT_EQ(host.printed, L"Selected: 4\n");
-  EXPECT_EQ(search(L"ZARVEL_HAS_NO_OD"), (std::vector<ObjectId>{bare, systemTwice}));
-  EXPECT_EQ(search(L"ZARVEL_HAS_MULTIPLE_OD"), (std::vector<ObjectId>{twoTables, twice}));
-  EXPECT_EQ(search(L"ZARVEL_HAS_DUPLICATE_OD"), (std::vector<ObjectId>{twice, systemTwice}));
+  EXPECT_EQ(search(L"ZARVEL_HAS_NO_OD"), (Ids{e[0], e[5]}));
+  EXPECT_EQ(search(L"ZARVEL_HAS_MULTIPLE_OD"), (Ids{e[2], e[3]}));
+  EXPECT_EQ(search(L"ZARVEL_HAS_DUPLICATE_OD"), (Ids{e[3], e[5]}));
   EXPECT_EQ(host.printed, L"Selected: 2\n");
-}
-
-TEST_F(PresenceSearchTest, DuplicateNamesCompareWithCase) {
-  host.defineTable(L"a");
+  // Names differing in case are two tables, not a repeat.
   const ObjectId mixed = host.addLine();
-  host.attach(mixed, L"A");
-  host.attach(mixed, L"a");
-  host.pickFirst = {mixed};
-  run(L"ZARVEL_HAS_DUPLICATE_OD");
-  EXPECT_TRUE(host.pickFirst.empty());
-  host.pickFirst = {mixed};
-  run(L"ZARVEL_HAS_MULTIPLE_OD");
-  EXPECT_EQ(host.pickFirst, (std::vector<ObjectId>{mixed}));
+  host.attach(mixed, L"A a");
+  EXPECT_TRUE(search(L"ZARVEL_HAS_DUPLICATE_OD", {mixed}).empty());
+  EXPECT_EQ(search(L"ZARVEL_HAS_MULTIPLE_OD", {mixed}), Ids{mixed});
+  EXPECT_EQ(host.selectionPrompts, 4);
 }
 
-TEST_F(PresenceSearchTest, PickFirstIsTestedAndReplacedWithoutPrompt) {
-  host.pickFirst = {bare, one, twice};
-  run(L"ZARVEL_HAS_OD");
-  EXPECT_EQ(host.pickFirst, (std::vector<ObjectId>{one, twice}));
-  run(L"ZARVEL_HAS_OD");
-  EXPECT_EQ(host.pickFirst.size(), 2u);
-  EXPECT_EQ(host.selectionPrompts, 0);
-
-  host.pickFirst = {one};
-  run(L"ZARVEL_HAS_NO_OD");
-  EXPECT_TRUE(host.pickFirst.empty());
+TEST_F(PresenceSearchTest, NothingFoundOrCancelledLeavesNothingSelected) {
+  EXPECT_TRUE(search(L"ZARVEL_HAS_NO_OD", {entities[1]}).empty());
   // Nothing found left nothing selected, so the next search asks.
-  host.selections.push_back(picked({one}));
+  host.selections.push_back(cancelled());
   run(L"ZARVEL_HAS_OD");
   EXPECT_EQ(host.selectionPrompts, 1);
+  EXPECT_TRUE(host.pickFirst.empty());
+  EXPECT_EQ(host.printed, L"Selected: 0\nSelected: 0\n");
 }
 
 TEST_F(PresenceSearchTest, UnusableLayersAreNeverFound) {
-  const ObjectId frozen = host.addOnLayer(L"F");
+  const ObjectId frozen = host.addOnLayer(L"F", &host::Layer::frozen);
   host.attach(frozen, L"A");
-  host.db.modify<host::Layer>(host.db.findLayer(L"F"))->frozen = true;
-  host.pickFirst = {frozen};
-  host.printed.clear();
-  run(L"ZARVEL_HAS_OD");
-  EXPECT_TRUE(host.pickFirst.empty());
-  EXPECT_EQ(host.printed, L"Selected: 0\n");
-}
-
-TEST_F(PresenceSearchTest, CancelClearsThePickFirstSetAndStillReports) {
-  host.selections.push_back(cancelled());
-  host.printed.clear();
-  run(L"ZARVEL_HAS_OD");
-  EXPECT_TRUE(host.pickFirst.empty());
+  EXPECT_TRUE(search(L"ZARVEL_HAS_OD", {frozen}).empty());
   EXPECT_EQ(host.printed, L"Selected: 0\n");
 }
 
