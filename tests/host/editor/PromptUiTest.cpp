@@ -136,11 +136,6 @@ TEST(PromptUiTest, ADialogIsAskedControlByControlUntilAButtonClosesIt) {
        "Field X [<none>/ID/NAME] <<none>>: \n"
        "Action [Attach/Detach/Cancel] <Attach>: \n(button 1)\n",
        "10 0 0 'abc'"},
-      {"a star selects every item", "*\n\n\n\n", kIdOk,
-       "(init)\nTables [Roads/Parcels] <Roads>: *\n(change 10)\nSimultaneous [Yes/No] <No>: \n"
-       "Field X [<none>/ID/NAME/ID/AREA] <<none>>: \n"
-       "Action [Attach/Detach/Cancel] <Attach>: \n(button 1)\n",
-       "11 0 0 'abc'"},
       // "ROADS ," names the selection there already is: no change to report.
       {"unknown items are named and asked again", "Roads, nowhere\nROADS ,\n\nAREA\n*Cancel*\n",
        kIdCancel,
