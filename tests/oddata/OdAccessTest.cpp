@@ -120,8 +120,7 @@ TEST_F(OdAccessTest, TableListsLeaveOutUnusableLayersAndGivenEntitiesAreAllThatC
   host.defineTable(L"B");
   const ObjectId bare = host.addLine();
   host.attach(host.addLine(), L"A");
-  host.attach(host.addOnLayer(L"Frozen"), L"B");
-  host.db.modify<host::Layer>(host.db.findLayer(L"Frozen"))->frozen = true;
+  host.attach(host.addOnLayer(L"Frozen", &host::Layer::frozen), L"B");
   EXPECT_EQ(zarvel::allTableNames(true), (Names{L"A"}));
   EXPECT_TRUE(zarvel::listTableNames({bare}, true).empty()) << "fell back to the drawing";
 }

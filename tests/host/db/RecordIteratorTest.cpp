@@ -7,7 +7,6 @@ namespace {
 
 using platform::ObjectId;
 using platform::OdRecord;
-using platform::OdType;
 using platform::OdValue;
 using platform::OpenMode;
 using platform::Status;
