@@ -1,43 +1,48 @@
 // Load, unload and the command table.
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "ModuleFixture.h"
 
 namespace testing_support {
 namespace {
 
 using FrameTest = ModuleTest;
+namespace Flags = platform::CommandFlags;
 
-TEST_F(FrameTest, LoadRegistersTheDefaultEntriesThenTheGroupInOrder) {
+TEST_F(FrameTest, LoadRegistersTheDefaultEntriesThenEveryCommandOnceInTableOrder) {
   EXPECT_EQ(host.unlockCalls, 1);
   EXPECT_EQ(host.mdiCalls, 1);
-  ASSERT_EQ(host.commands.size(), 3u + 38u);
+  const std::vector<zarvel::CommandEntry>& table = zarvel::commandTable();
+  ASSERT_EQ(table.size(), 38u);
+  ASSERT_EQ(host.commands.size(), 3 + table.size());
+  // The framework's default entries come first.
   EXPECT_EQ(host.commands[0].name, L"MyCommand");
-  EXPECT_EQ(host.commands[1].flags, 2);
-  EXPECT_EQ(host.commands[2].flags, 0x200000);
-  EXPECT_EQ(host.commands[3].name, L"ZARVEL_PSEL");
-  EXPECT_EQ(host.commands[3 + 37].name, L"ZARVEL_ATTR_TEMPLATE");
-  for (std::size_t i = 3; i < host.commands.size(); ++i) {
-    const auto& c = host.commands[i];
+  EXPECT_EQ(host.commands[1].flags, Flags::kUsePickSet);
+  EXPECT_EQ(host.commands[2].flags, Flags::kSession);
+  std::set<std::wstring> seen;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    const TestHost::Registered& c = host.commands[3 + i];
+    EXPECT_EQ(c.name, table[i].globalName);
+    EXPECT_TRUE(seen.insert(c.name).second) << "registered twice";
     EXPECT_EQ(c.group, L"ZARVEL");
-    EXPECT_EQ(c.flags, c.name == L"ZARVEL_LOAD_DEFINITION" ? 0 : 7) << i;
+    EXPECT_TRUE(c.handler);
+    // Only the one that must not run inside another command is modal.
+    const bool modal = c.name == L"ZARVEL_LOAD_DEFINITION";
+    EXPECT_EQ(c.flags,
+              modal ? Flags::kModal : Flags::kTransparent | Flags::kUsePickSet | Flags::kRedraw)
+        << platform::toUtf8(c.name);
   }
 }
 
 TEST_F(FrameTest, UnloadRemovesEverythingItRegistered) {
+  EXPECT_EQ(zarvel::apiVersion(), 0x130000);
   platform::AppPacket packet{&host, &host};
   zarvel::entryPoint(platform::AppMsg::kUnloadApp, &packet);
   EXPECT_TRUE(host.commands.empty());
   // Loaded again for the fixture's own unload.
   zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
-}
-
-TEST_F(FrameTest, MessagesAboveTheRangeAreAnsweredWithoutAHandler) {
-  platform::AppPacket packet{&host, &host};
-  EXPECT_EQ(zarvel::entryPoint(16, &packet), 0);
-  EXPECT_EQ(zarvel::entryPoint(0xFFFFFFFFu, &packet), 0);
-  EXPECT_EQ(host.commands.size(), 41u);
-  EXPECT_EQ(zarvel::apiVersion(), 0x130000);
 }
 
 TEST_F(FrameTest, CommandsNotBuiltYetSayTheyDidNothing) {

@@ -1,25 +1,26 @@
 // The record helpers: the system-table filter, iterator walks, repeated
 // records and table lists.
+#include "oddata/OdAccess.h"
+
 #include <gtest/gtest.h>
 
 #include "ModuleFixture.h"
-#include "oddata/OdAccess.h"
 
 namespace testing_support {
 namespace {
 
+using Names = std::vector<std::wstring>;
 using zarvel::getODContainer;
 
 using OdAccessTest = ModuleTest;
 
 TEST(SystemTableFilter, OnlyPrefixesAtTheStartAndInTheirCaseCount) {
-  EXPECT_FALSE(zarvel::isUserTable(L"CNTR_"));
-  EXPECT_FALSE(zarvel::isUserTable(L"TPMID_x"));
-  EXPECT_FALSE(zarvel::isUserTable(L"TPMNODE_roads"));
-  EXPECT_TRUE(zarvel::isUserTable(L"cntr_1"));
-  EXPECT_TRUE(zarvel::isUserTable(L"MYCNTR_1"));
-  EXPECT_TRUE(zarvel::isUserTable(L"TPMID"));
-  EXPECT_TRUE(zarvel::isUserTable(L""));
+  for (const wchar_t* name : {L"CNTR_", L"TPMID_x", L"TPMNODE_roads"}) {
+    EXPECT_FALSE(zarvel::isUserTable(name)) << platform::toUtf8(name);
+  }
+  for (const wchar_t* name : {L"cntr_1", L"MYCNTR_1", L"TPMID", L""}) {
+    EXPECT_TRUE(zarvel::isUserTable(name)) << platform::toUtf8(name);
+  }
 }
 
 TEST_F(OdAccessTest, NamesOfRecordsStandOncePerRecordAndUserNamesSkipSystemTables) {
@@ -27,13 +28,10 @@ TEST_F(OdAccessTest, NamesOfRecordsStandOncePerRecordAndUserNamesSkipSystemTable
   host.defineTable(L"CNTR_a");
   const ObjectId e = host.addLine();
   EXPECT_TRUE(zarvel::tableNamesOfEntity(getODContainer(), e).empty());
-  host.attach(e, L"Roads");
-  host.attach(e, L"CNTR_a");
-  host.attach(e, L"Roads");
+  host.attach(e, L"Roads CNTR_a Roads");
   EXPECT_EQ(zarvel::tableNamesOfEntity(getODContainer(), e),
-            (std::vector<std::wstring>{L"Roads", L"CNTR_a", L"Roads"}));
-  EXPECT_EQ(zarvel::userTableNamesOfEntity(getODContainer(), e),
-            (std::vector<std::wstring>{L"Roads", L"Roads"}));
+            (Names{L"Roads", L"CNTR_a", L"Roads"}));
+  EXPECT_EQ(zarvel::userTableNamesOfEntity(getODContainer(), e), (Names{L"Roads", L"Roads"}));
   EXPECT_TRUE(zarvel::hasRecordOfTable(getODContainer(), e, L"CNTR_a"));
   EXPECT_FALSE(zarvel::hasRecordOfTable(getODContainer(), e, L"roads"));
 }
@@ -42,30 +40,22 @@ TEST_F(OdAccessTest, RemovingRecordsOfATableStepsOverTheRecordBehindEachRemoval)
   host.defineTable(L"A");
   host.defineTable(L"B");
   const ObjectId e = host.addLine();
-  host.attach(e, L"A", 1);
-  host.attach(e, L"A", 2);
-  host.attach(e, L"B", 3);
-  host.attach(e, L"A", 4);
+  host.attach(e, L"A1 A2 B3 A4");
   // The walk removes the first A, lands on the second and steps past it.
   EXPECT_EQ(zarvel::removeRecordsOfTable(getODContainer(), L"A", e), 2);
-  EXPECT_EQ(host.tablesOn(e), (std::vector<std::wstring>{L"A", L"B"}));
-  EXPECT_EQ(zarvel::valuesOfEntityTable(getODContainer(), L"A", e),
-            (std::vector<platform::OdValue>{platform::OdValue(2)}));
+  EXPECT_EQ(host.recordsOn(e), L"A2 B3");
 }
 
 TEST_F(OdAccessTest, CopyingRecordsAppendsAndCanLeaveSystemTablesBehind) {
   host.defineTable(L"A");
-  host.defineTable(L"TPMID_1");
+  host.defineTable(L"TPMID_x");
   const ObjectId source = host.addLine();
   const ObjectId target = host.addLine();
-  host.attach(source, L"A", 7);
-  host.attach(source, L"TPMID_1", 8);
+  host.attach(source, L"A7 TPMID_x8");
   zarvel::copyRecords(target, source, getODContainer(), true);
-  EXPECT_EQ(host.tablesOn(target), (std::vector<std::wstring>{L"A"}));
+  EXPECT_EQ(host.recordsOn(target), L"A7");
   zarvel::copyRecords(target, source, getODContainer(), false);
-  EXPECT_EQ(host.tablesOn(target), (std::vector<std::wstring>{L"A", L"A", L"TPMID_1"}));
-  EXPECT_EQ(zarvel::valuesOfEntityTable(getODContainer(), L"A", target),
-            (std::vector<platform::OdValue>{platform::OdValue(7), platform::OdValue(7)}));
+  EXPECT_EQ(host.recordsOn(target), L"A7 A7 TPMID_x8");
 }
 
 TEST_F(OdAccessTest, AttachingNeedsAnExistingTableAndFillsDefaults) {
@@ -81,91 +71,58 @@ TEST_F(OdAccessTest, AttachingNeedsAnExistingTableAndFillsDefaults) {
   EXPECT_EQ(records[1].count(), 2);
 }
 
-class DuplicateRecordsTest : public ModuleTest {
- protected:
-  void SetUp() override {
-    ModuleTest::SetUp();
-    host.defineTable(L"A");
-    host.defineTable(L"B");
-    e = host.addLine();
-  }
-  std::vector<platform::OdValue> valuesOf(const std::wstring& table) {
-    return zarvel::valuesOfEntityTable(getODContainer(), table, e);
-  }
-  ObjectId e;
-};
-
-TEST_F(DuplicateRecordsTest, ModeFirstRemovesFromTheFrontAndCountsTables) {
-  host.attach(e, L"A", 1);
-  host.attach(e, L"B", 2);
-  host.attach(e, L"A", 3);
-  host.attach(e, L"B", 4);
-  EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, true), 2);
-  EXPECT_EQ(host.tablesOn(e), (std::vector<std::wstring>{L"A", L"B"}));
-  EXPECT_EQ(valuesOf(L"A"), (std::vector<platform::OdValue>{platform::OdValue(3)}));
-  EXPECT_EQ(valuesOf(L"B"), (std::vector<platform::OdValue>{platform::OdValue(4)}));
-}
-
-TEST_F(DuplicateRecordsTest, ThreeRecordsKeepTheThirdOrTheFirst) {
-  for (int v : {1, 2, 3}) host.attach(e, L"A", v);
-  EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, true), 1);
-  EXPECT_EQ(valuesOf(L"A"), (std::vector<platform::OdValue>{platform::OdValue(3)}));
-
-  const ObjectId other = host.addLine();
-  for (int v : {1, 2, 3}) host.attach(other, L"A", v);
-  EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), other, false), 1);
-  EXPECT_EQ(zarvel::valuesOfEntityTable(getODContainer(), L"A", other),
-            (std::vector<platform::OdValue>{platform::OdValue(1)}));
-}
-
-TEST_F(DuplicateRecordsTest, CountIsOfTablesNotOfRecordsRemoved) {
-  for (int v : {1, 2, 3, 4}) host.attach(e, L"A", v);
-  host.attach(e, L"B", 9);
-  EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, true), 1);
-  EXPECT_EQ(host.tablesOn(e), (std::vector<std::wstring>{L"A", L"B"}));
-  EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, true), 0);
-}
-
-TEST_F(DuplicateRecordsTest, NamesDifferingInCaseAreRepeatsButEachTableSeesItsOwn) {
+TEST_F(OdAccessTest, RemovingDuplicatesLeavesOneRecordPerTableAndCountsTables) {
+  host.defineTable(L"A");
+  host.defineTable(L"B");
   host.defineTable(L"a");
-  host.attach(e, L"A", 1);
-  host.attach(e, L"a", 2);
-  // Counted as a repeat, though the table's own iterator finds one record.
-  EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, true), 1);
-  EXPECT_EQ(host.tablesOn(e), (std::vector<std::wstring>{L"A", L"a"}));
+  const struct {
+    const wchar_t* records;
+    bool removeFirst;
+    int tables;
+    const wchar_t* left;
+  } cases[] = {
+      {L"A1 B2 A3 B4", true, 2, L"A3 B4"},  // from the front, keeping the last
+      {L"A1 A2 A3", true, 1, L"A3"},
+      {L"A1 A2 A3", false, 1, L"A1"},          // from the back, keeping the first
+      {L"A1 A2 A3 A4 B9", true, 1, L"A4 B9"},  // tables, not records removed
+      // Names differing in case count as repeats, though each table's own
+      // iterator finds one record: nothing goes.
+      {L"A1 a2", true, 1, L"A1 a2"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(platform::toUtf8(c.records));
+    const ObjectId e = host.addLine();
+    host.attach(e, c.records);
+    EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, c.removeFirst), c.tables);
+    EXPECT_EQ(host.recordsOn(e), c.left);
+    if (std::wstring(c.left) != c.records) {
+      EXPECT_EQ(zarvel::removeDuplicateRecords(getODContainer(), e, true), 0) << "a second pass";
+    }
+  }
 }
 
 TEST_F(OdAccessTest, TableListsWalkUpToTheLimitAndTakeTheProjectListAbove) {
   host.defineTable(L"Used");
   host.defineTable(L"Unused");
   host.defineTable(L"CNTR_x");
-  const ObjectId first = host.addLine();
-  host.attach(first, L"Used");
-  host.attach(first, L"CNTR_x");
+  host.attach(host.addLine(), L"Used CNTR_x");
   for (std::size_t i = 1; i < zarvel::kTableListWalkLimit; ++i) host.addLine();
-  EXPECT_EQ(zarvel::allTableNames(true), (std::vector<std::wstring>{L"Used"}));
-  EXPECT_EQ(zarvel::allTableNames(false), (std::vector<std::wstring>{L"CNTR_x", L"Used"}));
+  EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Used"}));
+  EXPECT_EQ(zarvel::allTableNames(false), (Names{L"CNTR_x", L"Used"}));
 
   host.addLine();
-  EXPECT_EQ(zarvel::allTableNames(true), (std::vector<std::wstring>{L"Unused", L"Used"}));
-  EXPECT_EQ(zarvel::allTableNames(false),
-            (std::vector<std::wstring>{L"CNTR_x", L"Unused", L"Used"}));
+  EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Unused", L"Used"}));
+  EXPECT_EQ(zarvel::allTableNames(false), (Names{L"CNTR_x", L"Unused", L"Used"}));
 }
 
-TEST_F(OdAccessTest, TableListOfGivenEntitiesNeverFallsBackToTheDrawing) {
-  host.defineTable(L"A");
-  const ObjectId bare = host.addLine();
-  host.attach(host.addLine(), L"A");
-  EXPECT_TRUE(zarvel::listTableNames({bare}, true).empty());
-}
-
-TEST_F(OdAccessTest, TableListLeavesOutEntitiesOnUnusableLayers) {
+TEST_F(OdAccessTest, TableListsLeaveOutUnusableLayersAndGivenEntitiesAreAllThatCount) {
   host.defineTable(L"A");
   host.defineTable(L"B");
+  const ObjectId bare = host.addLine();
   host.attach(host.addLine(), L"A");
-  host.attach(host.addOnLayer(L"Frozen"), L"B");
-  host.db.modify<host::Layer>(host.db.findLayer(L"Frozen"))->frozen = true;
-  EXPECT_EQ(zarvel::allTableNames(true), (std::vector<std::wstring>{L"A"}));
+  host.attach(host.addOnLayer(L"Frozen", &host::Layer::frozen), L"B");
+  EXPECT_EQ(zarvel::allTableNames(true), (Names{L"A"}));
+  EXPECT_TRUE(zarvel::listTableNames({bare}, true).empty()) << "fell back to the drawing";
 }
 
 TEST_F(OdAccessTest, FieldPairCodes) {
@@ -198,7 +155,7 @@ TEST_F(OdAccessTest, FeatureClassesCopyOrStopWithAnError) {
   zarvel::copyClassification(target, source);
   std::vector<std::wstring> names, display;
   host.featureClasses().getAllTags(target, names, display);
-  EXPECT_EQ(names, (std::vector<std::wstring>{L"Road"}));
+  EXPECT_EQ(names, (Names{L"Road"}));
   EXPECT_EQ(host.printed, L"");
 
   // A class the project no longer defines can't be given to another entity.

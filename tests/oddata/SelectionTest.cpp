@@ -19,16 +19,12 @@ std::vector<ObjectId> sorted(std::vector<ObjectId> ids) {
 
 TEST_F(SelectionTest, UnusableLayersAndUnopenableEntitiesAreDropped) {
   const ObjectId plain = host.addLine();
-  const ObjectId frozen = host.addOnLayer(L"F");
-  const ObjectId locked = host.addOnLayer(L"L");
-  const ObjectId off = host.addOnLayer(L"O");
-  const ObjectId hidden = host.addOnLayer(L"H");
+  const ObjectId frozen = host.addOnLayer(L"F", &host::Layer::frozen);
+  const ObjectId locked = host.addOnLayer(L"L", &host::Layer::locked);
+  const ObjectId off = host.addOnLayer(L"O", &host::Layer::off);
+  const ObjectId hidden = host.addOnLayer(L"H", &host::Layer::hidden);
   const ObjectId broken = host.addLine();
   const ObjectId last = host.addLine();
-  host.db.modify<host::Layer>(host.db.findLayer(L"F"))->frozen = true;
-  host.db.modify<host::Layer>(host.db.findLayer(L"L"))->locked = true;
-  host.db.modify<host::Layer>(host.db.findLayer(L"O"))->off = true;
-  host.db.modify<host::Layer>(host.db.findLayer(L"H"))->hidden = true;
   host.db.setOpenFailure(broken, true);
 
   std::vector<ObjectId> ids = {plain, frozen, locked, off, hidden, broken, last};
@@ -37,52 +33,41 @@ TEST_F(SelectionTest, UnusableLayersAndUnopenableEntitiesAreDropped) {
   EXPECT_EQ(ids, (std::vector<ObjectId>{plain, last}));
 
   EXPECT_TRUE(zarvel::isOnVisibleLayer(locked));
-  EXPECT_FALSE(zarvel::isOnVisibleLayer(frozen));
-  EXPECT_FALSE(zarvel::isOnVisibleLayer(off));
-  EXPECT_FALSE(zarvel::isOnVisibleLayer(hidden));
-  EXPECT_FALSE(zarvel::isOnVisibleLayer(broken));
+  for (ObjectId id : {frozen, off, hidden, broken}) EXPECT_FALSE(zarvel::isOnVisibleLayer(id));
+  // What won't open has no handle text.
+  EXPECT_FALSE(zarvel::handleTextOfId(plain).empty());
+  EXPECT_TRUE(zarvel::handleTextOfId(broken).empty());
 }
 
-TEST_F(SelectionTest, ScopeTakesPickFirstWithoutPrompting) {
+TEST_F(SelectionTest, ScopeTakesUsablePickFirstEntitiesWithoutPrompting) {
   const ObjectId a = host.addLine();
+  const ObjectId locked = host.addOnLayer(L"L", &host::Layer::locked);
   host.addLine();
-  host.pickFirst = {a};
-  const zarvel::SelectionResult scope = zarvel::commandScope();
+  host.pickFirst = {a, locked};
+  zarvel::SelectionResult scope = zarvel::commandScope();
   EXPECT_TRUE(scope.ok);
   EXPECT_EQ(scope.ids, (std::vector<ObjectId>{a}));
+  // Nothing usable picked first leaves the scope empty, still without a prompt.
+  host.pickFirst = {locked};
+  scope = zarvel::commandScope();
+  EXPECT_TRUE(scope.ok);
+  EXPECT_TRUE(scope.ids.empty());
   EXPECT_EQ(host.selectionPrompts, 0);
 }
 
-TEST_F(SelectionTest, EnterAtThePromptMeansAllOfModelSpace) {
+TEST_F(SelectionTest, EnterAtThePromptMeansModelSpaceCancelEndsAndPaperSpacePassesWhenPicked) {
   const ObjectId a = host.addLine();
   const ObjectId b = host.addLine();
-  host.db.addEntity(std::make_unique<host::PointEntity>(), host.db.paperSpace());
-  const ObjectId broken = host.addLine();
-  host.db.setOpenFailure(broken, true);
-  host.selections.push_back(picked({}));
+  const ObjectId paper =
+      host.db.addEntity(std::make_unique<host::PointEntity>(), host.db.paperSpace());
+  host.db.setOpenFailure(host.addLine(), true);
+  host.selections = {picked({}), cancelled(), picked({paper})};
   const zarvel::SelectionResult scope = zarvel::commandScope();
   EXPECT_TRUE(scope.ok);
   EXPECT_EQ(sorted(scope.ids), (std::vector<ObjectId>{a, b}));
   EXPECT_EQ(zarvel::modelSpaceEntities(), (std::vector<ObjectId>{a, b}));
-}
-
-TEST_F(SelectionTest, CancelEndsTheScopeAndPaperSpacePassesWhenPicked) {
-  host.selections.push_back(cancelled());
   EXPECT_FALSE(zarvel::commandScope().ok);
-
-  const ObjectId paper =
-      host.db.addEntity(std::make_unique<host::PointEntity>(), host.db.paperSpace());
-  host.selections.push_back(picked({paper}));
   EXPECT_EQ(zarvel::commandScope().ids, (std::vector<ObjectId>{paper}));
-}
-
-TEST_F(SelectionTest, PickFirstOnALockedLayerLeavesAnEmptyScopeWithoutPrompt) {
-  host.pickFirst = {host.addOnLayer(L"L")};
-  host.db.modify<host::Layer>(host.db.findLayer(L"L"))->locked = true;
-  const zarvel::SelectionResult scope = zarvel::commandScope();
-  EXPECT_TRUE(scope.ok);
-  EXPECT_TRUE(scope.ids.empty());
-  EXPECT_EQ(host.selectionPrompts, 0);
 }
 
 TEST(IdHelpers, SwapEraseAndDuplicateRemoval) {
@@ -97,13 +82,6 @@ TEST(IdHelpers, SwapEraseAndDuplicateRemoval) {
   std::vector<ObjectId> dup = {ObjectId(3), ObjectId(1), ObjectId(3), ObjectId(2), ObjectId(1)};
   zarvel::removeDuplicateIds(dup);
   EXPECT_EQ(dup, (std::vector<ObjectId>{ObjectId(3), ObjectId(1), ObjectId(2)}));
-}
-
-TEST_F(SelectionTest, HandleTextIsEmptyForWhatWontOpen) {
-  const ObjectId e = host.addLine();
-  EXPECT_FALSE(zarvel::handleTextOfId(e).empty());
-  host.db.setOpenFailure(e, true);
-  EXPECT_TRUE(zarvel::handleTextOfId(e).empty());
 }
 
 TEST_F(SelectionTest, LuprecIsRaisedForAScopeAndPutBackOnEveryWayOut) {

@@ -12,19 +12,9 @@ namespace {
 class TwoButtons : public DialogModel {
  public:
   TwoButtons() : DialogModel(L"Test") {
-    DialogControl ok;
-    ok.id = kIdOk;
-    ok.kind = ControlKind::Button;
-    ok.closes = true;
-    addControl(ok);
-    DialogControl apply;
-    apply.id = 10;
-    apply.kind = ControlKind::Button;
-    addControl(apply);
-    DialogControl list;
-    list.id = 11;
-    list.kind = ControlKind::ListBox;
-    addControl(list);
+    addControl(DialogControl::button(kIdOk, L"OK", true));
+    addControl(DialogControl::button(10, L"Apply", false));
+    addControl(DialogControl::listBox(11, L"", false, false));
   }
 };
 

@@ -12,14 +12,9 @@ namespace platform {
 namespace {
 
 TEST(OdValueTest, ZeroOfEachType) {
-  EXPECT_EQ(OdValue::zeroOf(OdType::Integer), OdValue(std::int32_t{0}));
-  EXPECT_EQ(OdValue::zeroOf(OdType::Real), OdValue(0.0));
-  EXPECT_EQ(OdValue::zeroOf(OdType::Character), OdValue(L""));
-  EXPECT_EQ(OdValue::zeroOf(OdType::Point), OdValue(Point3d{}));
-  EXPECT_EQ(OdValue::zeroOf(OdType::Unknown), OdValue());
-  for (OdType type :
-       {OdType::Unknown, OdType::Integer, OdType::Real, OdType::Character, OdType::Point}) {
-    EXPECT_EQ(OdValue::zeroOf(type).type(), type);
+  for (const OdValue& zero :
+       {OdValue(std::int32_t{0}), OdValue(0.0), OdValue(L""), OdValue(Point3d{}), OdValue()}) {
+    EXPECT_EQ(OdValue::zeroOf(zero.type()), zero) << static_cast<int>(zero.type());
   }
   // Equality is exact: the integer 0 is not the real 0.
   EXPECT_NE(OdValue::zeroOf(OdType::Integer), OdValue::zeroOf(OdType::Real));

@@ -9,6 +9,7 @@
 #include <cwchar>
 #include <limits>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -117,35 +118,13 @@ std::vector<wstring> directiveGrid(const wstring& conversions, const wstring& le
 }
 
 TEST(FormatTextTest, RealsMatchTheCRuntime) {
-  const double values[] = {0.0,
-                           -0.0,
-                           1.0,
-                           -1.5,
-                           0.5,
-                           2.5,
-                           0.125,
-                           9.5,
-                           99.95,
-                           999999.5,
-                           0.0001,
-                           0.00001,
-                           0.000123456789,
-                           123456.0,
-                           1234567.0,
-                           1e15,
-                           1e16,
-                           1e22,
-                           1e300,
-                           1.7976931348623157e308,
-                           5e-324,
-                           2.2250738585072014e-308,
-                           3.141592653589793,
-                           -2.718281828459045,
-                           1.0 / 3.0,
-                           0.1,
-                           1e-7,
-                           std::numeric_limits<double>::infinity(),
-                           -std::numeric_limits<double>::quiet_NaN()};
+  // Ordinary values, carries into a new power of ten, the extremes of a double.
+  std::wistringstream list(
+      L"0 -0 1 -1.5 0.5 2.5 0.125 9.5 99.95 999999.5 0.0001 0.00001 0.000123456789 123456 "
+      L"1234567 1e15 1e16 1e22 1e300 1.7976931348623157e308 5e-324 2.2250738585072014e-308 "
+      L"3.141592653589793 -2.718281828459045 0.3333333333333333 0.1 1e-7 inf -nan");
+  std::vector<double> values;
+  for (wstring text; list >> text;) values.push_back(std::wcstod(text.c_str(), nullptr));
   int checked = 0;
   for (const wstring& directive : directiveGrid(L"fFeEgGaA", L"l")) {
     for (double v : values) {
@@ -314,17 +293,12 @@ TEST(CaseFoldingTest, LowerCaseByScript) {
   EXPECT_EQ(lowerCase(L"\u4E2D\U0001F600"), L"\u4E2D\U0001F600");
 }
 
-TEST(CaseFoldingTest, LoweringIsOneToOneAndStable) {
-  // Each character lowers to a character that no longer changes, and two
-  // lower-case characters never merge.
+TEST(CaseFoldingTest, LoweringGivesOneCharacterThatStaysAndEqualsIgnoringCase) {
   for (wchar_t c = 0; c < 0x500; ++c) {
     const wstring once = lowerCase(wstring(1, c));
     ASSERT_EQ(once.size(), 1u);
     ASSERT_EQ(lowerCase(once), once) << static_cast<int>(c);
-    if (once[0] != c) {
-      ASSERT_EQ(lowerCase(wstring(1, once[0])), once);
-      ASSERT_NE(lowerCase(wstring(1, c)), wstring(1, c));
-    }
+    ASSERT_TRUE(equalsIgnoreCase(wstring(1, c), once)) << static_cast<int>(c);
   }
 }
 

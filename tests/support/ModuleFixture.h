@@ -5,6 +5,7 @@
 
 #include "TestHost.h"
 #include "frame/CzarvelApp.h"
+#include "platform/Text.h"
 
 namespace testing_support {
 

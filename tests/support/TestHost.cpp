@@ -1,10 +1,24 @@
 // The scripted test host.
 #include "TestHost.h"
 
-#include <algorithm>
+#include <sstream>
 #include <stdexcept>
 
+#include "platform/Text.h"
+
 namespace testing_support {
+namespace {
+
+// The next scripted answer, or the fallback once the script has run out.
+template <typename T>
+T takeFront(std::deque<T>& answers, T fallback) {
+  if (answers.empty()) return fallback;
+  T answer = std::move(answers.front());
+  answers.pop_front();
+  return answer;
+}
+
+}  // namespace
 
 ObjectId TestHost::addLine(ObjectId layer) {
   auto line = std::make_unique<host::LineEntity>();
@@ -13,10 +27,12 @@ ObjectId TestHost::addLine(ObjectId layer) {
   return db.addEntity(std::move(line), db.modelSpace());
 }
 
-ObjectId TestHost::addOnLayer(const std::wstring& layerName) {
+ObjectId TestHost::addOnLayer(const std::wstring& layerName, bool host::Layer::*state) {
   ObjectId layer = db.findLayer(layerName);
   if (layer.isNull()) layer = db.addLayer(layerName);
-  return addLine(layer);
+  const ObjectId line = addLine(layer);
+  if (state != nullptr) db.modify<host::Layer>(layer)->*state = true;
+  return line;
 }
 
 ObjectId TestHost::defineTable(const std::wstring& name, int columns) {
@@ -28,24 +44,32 @@ ObjectId TestHost::defineTable(const std::wstring& name, int columns) {
   return db.createOdTable(name, def);
 }
 
-void TestHost::attach(ObjectId entity, const std::wstring& table, int value) {
-  auto t = project_.odContainer().getTable(table);
-  platform::OdRecord record;
-  t->initRecord(record);
-  if (record.count() > 0) record.value(0) = value;
-  // A fixture that cannot attach is a broken test, not a case to test.
-  if (t->addRecord(record, entity) != platform::Status::Ok) {
-    throw std::logic_error("the fixture could not attach a record");
+void TestHost::attach(ObjectId entity, const std::wstring& records) {
+  std::wistringstream in(records);
+  for (std::wstring text; in >> text;) {
+    const std::size_t digits = text.find_last_not_of(L"0123456789") + 1;
+    auto table = project_.odContainer().getTable(text.substr(0, digits));
+    platform::OdRecord record;
+    if (table) table->initRecord(record);
+    if (record.count() > 0) record.value(0) = platform::wtoi(text.substr(digits));
+    // A fixture that cannot attach is a broken test, not a case to test.
+    if (!table || table->addRecord(record, entity) != platform::Status::Ok) {
+      throw std::logic_error("the fixture could not attach " + platform::toUtf8(text));
+    }
   }
 }
 
-std::vector<std::wstring> TestHost::tablesOn(ObjectId entity) {
-  std::vector<std::wstring> names;
+std::wstring TestHost::recordsOn(ObjectId entity) {
+  std::wstring text;
   auto it = project_.odContainer().newIterator();
-  // An entity that won't open has no tables to list.
-  if (it->init(entity, platform::OpenMode::Read, true) != platform::Status::Ok) return names;
-  for (; !it->isDone(); it->next()) names.push_back(it->recordTableName());
-  return names;
+  // An entity that won't open has no records to show.
+  if (it->init(entity, platform::OpenMode::Read, true) != platform::Status::Ok) return text;
+  for (platform::OdRecord r; !it->isDone(); it->next()) {
+    if (it->getRecord(r) != platform::Status::Ok) throw std::logic_error("unreadable record");
+    text += (text.empty() ? L"" : L" ") + r.tableName();
+    if (r.count() > 0 && r.value(0).asInt() != 0) text += std::to_wstring(r.value(0).asInt());
+  }
+  return text;
 }
 
 void TestHost::runCommand(const std::wstring& name) {
@@ -60,33 +84,12 @@ void TestHost::runCommand(const std::wstring& name) {
 
 platform::SelectionReply TestHost::selectObjects() {
   ++selectionPrompts;
-  if (selections.empty()) return {platform::PromptStatus::None, {}};
-  platform::SelectionReply reply = selections.front();
-  selections.pop_front();
-  return reply;
+  return takeFront(selections, {platform::PromptStatus::None, {}});
 }
 
 platform::StringReply TestHost::getString(const std::wstring& prompt, bool) {
   prompts.push_back(prompt);
-  if (strings.empty()) return {platform::PromptStatus::Cancel, {}};
-  platform::StringReply reply = strings.front();
-  strings.pop_front();
-  return reply;
-}
-
-platform::EntityReply TestHost::getEntity(const std::wstring& prompt) {
-  prompts.push_back(prompt);
-  return {platform::PromptStatus::Cancel, {}, {}};
-}
-
-platform::PointReply TestHost::getPoint(const std::wstring& prompt) {
-  prompts.push_back(prompt);
-  return {platform::PromptStatus::Cancel, {}};
-}
-
-platform::IntReply TestHost::getInt(const std::wstring& prompt) {
-  prompts.push_back(prompt);
-  return {platform::PromptStatus::Cancel, 0};
+  return takeFront(strings, {platform::PromptStatus::Cancel, {}});
 }
 
 std::optional<platform::SysVarValue> TestHost::getVar(const std::wstring& name) const {
@@ -100,16 +103,6 @@ platform::Status TestHost::setVar(const std::wstring& name, const platform::SysV
   return platform::Status::Ok;
 }
 
-platform::Status TestHost::lockDocument(platform::LockMode) {
-  maxLockDepth = std::max(maxLockDepth, ++lockDepth);
-  return platform::Status::Ok;
-}
-
-platform::Status TestHost::unlockDocument() {
-  --lockDepth;
-  return platform::Status::Ok;
-}
-
 int TestHost::runModal(platform::DialogModel& dialog) {
   ++dialogsShown;
   dialog.onInit();
@@ -119,11 +112,7 @@ int TestHost::runModal(platform::DialogModel& dialog) {
 }
 
 int TestHost::messageBox(const std::wstring&, const std::wstring&, int) {
-  ++messageBoxes;
-  if (messageBoxAnswers.empty()) return platform::kIdNo;
-  const int answer = messageBoxAnswers.front();
-  messageBoxAnswers.pop_front();
-  return answer;
+  return takeFront(messageBoxAnswers, platform::kIdNo);
 }
 
 platform::Status TestHost::addCommand(const std::wstring& group, const std::wstring& globalName,
@@ -134,18 +123,11 @@ platform::Status TestHost::addCommand(const std::wstring& group, const std::wstr
 }
 
 platform::Status TestHost::removeCommand(const std::wstring& group, const std::wstring& name) {
-  auto it = std::remove_if(commands.begin(), commands.end(), [&](const Registered& c) {
-    return c.group == group && c.name == name;
-  });
-  commands.erase(it, commands.end());
-  return platform::Status::Ok;
+  return removeCommands([&](const Registered& c) { return c.group == group && c.name == name; });
 }
 
 platform::Status TestHost::removeGroup(const std::wstring& group) {
-  auto it = std::remove_if(commands.begin(), commands.end(),
-                           [&](const Registered& c) { return c.group == group; });
-  commands.erase(it, commands.end());
-  return platform::Status::Ok;
+  return removeCommands([&](const Registered& c) { return c.group == group; });
 }
 
 }  // namespace testing_support

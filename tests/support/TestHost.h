@@ -2,6 +2,7 @@
 // an editor and dialogs whose answers the test scripts in advance.
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -17,7 +18,10 @@
 
 namespace testing_support {
 
+using platform::EntityReply;
+using platform::IntReply;
 using platform::ObjectId;
+using platform::PointReply;
 
 class TestHost : public platform::Host,
                  public platform::Editor,
@@ -41,7 +45,6 @@ class TestHost : public platform::Host,
   std::vector<std::wstring> prompts;
   int selectionPrompts = 0;
   int dialogsShown = 0;
-  int messageBoxes = 0;
   int resourceDepth = 0;
   int lockDepth = 0;
   int maxLockDepth = 0;
@@ -60,10 +63,15 @@ class TestHost : public platform::Host,
 
   // Helpers to build drawings.
   ObjectId addLine(ObjectId layer = {});
-  ObjectId addOnLayer(const std::wstring& layerName);
+  // A line on the named layer, made if need be; then the state given
+  // (&host::Layer::frozen, locked, off or hidden) is set on the layer.
+  ObjectId addOnLayer(const std::wstring& layerName, bool host::Layer::*state = nullptr);
   ObjectId defineTable(const std::wstring& name, int columns = 1);
-  void attach(ObjectId entity, const std::wstring& table, int value = 0);
-  std::vector<std::wstring> tablesOn(ObjectId entity);
+  // Records written as "Roads Parcels7": a table's name, then the record's
+  // first value when it is not 0. attach adds them, recordsOn reads them back
+  // in iterator order ("" for an entity that won't open).
+  void attach(ObjectId entity, const std::wstring& records);
+  std::wstring recordsOn(ObjectId entity);
   void runCommand(const std::wstring& name);
 
   // --- platform::Host ------------------------------------------------------
@@ -82,9 +90,10 @@ class TestHost : public platform::Host,
   platform::SelectionReply selectObjects() override;
   void setPickFirst(const std::vector<ObjectId>& ids) override { pickFirst = ids; }
   platform::StringReply getString(const std::wstring& prompt, bool allowSpaces) override;
-  platform::EntityReply getEntity(const std::wstring& prompt) override;
-  platform::PointReply getPoint(const std::wstring& prompt) override;
-  platform::IntReply getInt(const std::wstring& prompt) override;
+  // No test answers an entity, point or integer prompt: each is cancelled.
+  EntityReply getEntity(const std::wstring& prompt) override { return refuse<EntityReply>(prompt); }
+  PointReply getPoint(const std::wstring& prompt) override { return refuse<PointReply>(prompt); }
+  IntReply getInt(const std::wstring& prompt) override { return refuse<IntReply>(prompt); }
   void print(const std::wstring& text) override { printed += text; }
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
   platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
@@ -92,8 +101,14 @@ class TestHost : public platform::Host,
   // --- platform::Documents -------------------------------------------------
   void pushResourceHandle(void*) override { ++resourceDepth; }
   void popResourceHandle() override { --resourceDepth; }
-  platform::Status lockDocument(platform::LockMode) override;
-  platform::Status unlockDocument() override;
+  platform::Status lockDocument(platform::LockMode) override {
+    maxLockDepth = std::max(maxLockDepth, ++lockDepth);
+    return platform::Status::Ok;
+  }
+  platform::Status unlockDocument() override {
+    --lockDepth;
+    return platform::Status::Ok;
+  }
 
   // --- platform::Ui --------------------------------------------------------
   int runModal(platform::DialogModel& dialog) override;
@@ -109,6 +124,19 @@ class TestHost : public platform::Host,
   void registerAppMDIAware(void*) override { ++mdiCalls; }
 
  private:
+  template <typename Matches>
+  platform::Status removeCommands(Matches matches) {
+    commands.erase(std::remove_if(commands.begin(), commands.end(), matches), commands.end());
+    return platform::Status::Ok;
+  }
+  template <typename Reply>
+  Reply refuse(const std::wstring& prompt) {
+    prompts.push_back(prompt);
+    Reply reply;
+    reply.status = platform::PromptStatus::Cancel;
+    return reply;
+  }
+
   host::DbProject project_;
   host::DbDrawing drawing_;
   host::DbFeatureClasses featureClasses_{db};

@@ -3,85 +3,51 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Text.h"
+
 namespace host {
 namespace {
 
-OptionsParse parse(const std::vector<std::string>& args) {
-  return parseOptions(args);
+// What a command line asks for, written out, or its error.
+std::string asked(const OptionsParse& parse) {
+  if (!parse.ok()) return "error: " + platform::toUtf8(parse.error);
+  const Options& o = parse.options;
+  return "drawing=" + o.drawing + " script=" + o.script + " output=" + o.output +
+         " plugin=" + o.plugin + (o.help ? " help" : "") + (o.version ? " version" : "");
 }
 
-TEST(OptionsTest, NothingGivenMeansANewDrawingOnTheTerminal) {
-  const OptionsParse result = parse({});
-  ASSERT_TRUE(result.ok());
-  EXPECT_EQ(result.options.drawing, "");
-  EXPECT_EQ(result.options.script, "");
-  EXPECT_EQ(result.options.output, "");
-  EXPECT_EQ(result.options.plugin, "");
-  EXPECT_FALSE(result.options.help);
-  EXPECT_FALSE(result.options.version);
-}
-
-TEST(OptionsTest, EveryOptionInAnyOrder) {
-  const OptionsParse result =
-      parse({"-o", "out.dxf", "map.dxf", "--plugin", "lib/z.so", "-s", "run.scr"});
-  ASSERT_TRUE(result.ok()) << result.error;
-  EXPECT_EQ(result.options.drawing, "map.dxf");
-  EXPECT_EQ(result.options.script, "run.scr");
-  EXPECT_EQ(result.options.output, "out.dxf");
-  EXPECT_EQ(result.options.plugin, "lib/z.so");
-
-  const OptionsParse longForms =
-      parse({"--script=a.scr", "--output", "b.dxf", "--plugin=c.so", "--", "-odd.dxf"});
-  ASSERT_TRUE(longForms.ok()) << longForms.error;
-  EXPECT_EQ(longForms.options.script, "a.scr");
-  EXPECT_EQ(longForms.options.output, "b.dxf");
-  EXPECT_EQ(longForms.options.plugin, "c.so");
-  EXPECT_EQ(longForms.options.drawing, "-odd.dxf");
-}
-
-TEST(OptionsTest, ADashScriptIsStandardInput) {
-  const OptionsParse result = parse({"map.dxf", "-s", "-"});
-  ASSERT_TRUE(result.ok()) << result.error;
-  EXPECT_EQ(result.options.script, "-");
-  EXPECT_EQ(result.options.drawing, "map.dxf");
-}
-
-TEST(OptionsTest, HelpAndVersion) {
-  EXPECT_TRUE(parse({"-h"}).options.help);
-  EXPECT_TRUE(parse({"map.dxf", "--help"}).options.help);
-  EXPECT_TRUE(parse({"--version"}).options.version);
-  EXPECT_FALSE(parse({"--version"}).options.help);
-}
-
-TEST(OptionsTest, MistakesAreNamed) {
+TEST(OptionsTest, EveryOptionInAnyOrderAndMistakesNamed) {
   const struct {
     std::vector<std::string> args;
-    const wchar_t* error;
+    const char* asked;
   } cases[] = {
-      {{"-x"}, L"unknown option '-x'"},
-      {{"--scrip", "a"}, L"unknown option '--scrip'"},
-      {{"-"}, L"unknown option '-'"},
-      {{"-s"}, L"option '-s' needs a value: a script file, or - for standard input"},
-      {{"-s", "-o", "x.dxf"}, L"option '-s' needs a value: a script file, or - for standard input"},
-      {{"-o", "-"}, L"option '-o' needs a value: the file to write the drawing to"},
-      {{"--plugin="}, L"option '--plugin' needs a value: the module's file"},
-      {{"-o", "a.dxf", "--output", "b.dxf"}, L"option '--output' given twice"},
-      {{"a.dxf", "b.dxf"}, L"more than one drawing given: 'a.dxf' and 'b.dxf'"},
-      {{"--help=yes"}, L"option '--help' takes no value"},
-      {{""}, L"the drawing's file name is empty"},
+      {{}, "drawing= script= output= plugin="},  // a new drawing on the terminal
+      {{"-o", "out.dxf", "map.dxf", "--plugin", "lib/z.so", "-s", "run.scr"},
+       "drawing=map.dxf script=run.scr output=out.dxf plugin=lib/z.so"},
+      {{"--script=a.scr", "--output", "b.dxf", "--plugin=c.so", "--", "-odd.dxf"},
+       "drawing=-odd.dxf script=a.scr output=b.dxf plugin=c.so"},
+      {{"map.dxf", "-s", "-"}, "drawing=map.dxf script=- output= plugin="},
+      {{"-h"}, "drawing= script= output= plugin= help"},
+      {{"map.dxf", "--help"}, "drawing=map.dxf script= output= plugin= help"},
+      {{"--version"}, "drawing= script= output= plugin= version"},
+      // Mistakes are named.
+      {{"-x"}, "error: unknown option '-x'"},
+      {{"--scrip", "a"}, "error: unknown option '--scrip'"},
+      {{"-"}, "error: unknown option '-'"},
+      {{"-s"}, "error: option '-s' needs a value: a script file, or - for standard input"},
+      {{"-s", "-o", "x.dxf"},
+       "error: option '-s' needs a value: a script file, or - for standard input"},
+      {{"-o", "-"}, "error: option '-o' needs a value: the file to write the drawing to"},
+      {{"--plugin="}, "error: option '--plugin' needs a value: the module's file"},
+      {{"-o", "a.dxf", "--output", "b.dxf"}, "error: option '--output' given twice"},
+      {{"a.dxf", "b.dxf"}, "error: more than one drawing given: 'a.dxf' and 'b.dxf'"},
+      {{"--help=yes"}, "error: option '--help' takes no value"},
+      {{""}, "error: the drawing's file name is empty"},
   };
-  for (const auto& test : cases) {
-    const OptionsParse result = parse(test.args);
-    EXPECT_EQ(result.error, test.error) << "first argument '" << test.args.front() << "'";
-  }
-}
-
-TEST(OptionsTest, ArgvSkipsTheProgramName) {
+  for (const auto& c : cases) EXPECT_EQ(asked(parseOptions(c.args)), c.asked);
   const char* argv[] = {"zarvel", "map.dxf", "-s", "go.scr"};
-  const OptionsParse result = parseOptions(4, argv);
-  ASSERT_TRUE(result.ok());
-  EXPECT_EQ(result.options.drawing, "map.dxf");
-  EXPECT_EQ(result.options.script, "go.scr");
+  EXPECT_EQ(asked(parseOptions(4, argv)), "drawing=map.dxf script=go.scr output= plugin=")
+      << "the program's name is skipped";
 }
 
 TEST(OptionsTest, UsageNamesTheProgramAndEveryOption) {

@@ -17,24 +17,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Takes whatever the stand-in module registers; its commands are the
-// session's tests' business.
-class AcceptingStack : public platform::CommandStack {
+// Only what the stand-in module calls is implemented; its commands are taken
+// and left to the session's tests.
+class RecordingHost : public platform::Host, public platform::CommandStack {
  public:
-  platform::Status addCommand(const std::wstring&, const std::wstring&, const std::wstring&, int,
-                              platform::CommandFunction, void*) override {
-    return platform::Status::Ok;
-  }
-  platform::Status removeCommand(const std::wstring&, const std::wstring&) override {
-    return platform::Status::Ok;
-  }
-  platform::Status removeGroup(const std::wstring&) override { return platform::Status::Ok; }
-};
-
-// Only what the stand-in module calls is implemented.
-class RecordingHost : public platform::Host {
- public:
-  platform::CommandStack& commandStack() override { return stack; }
+  platform::CommandStack& commandStack() override { return *this; }
   platform::DynamicLinker& dynamicLinker() override { std::abort(); }
   platform::Documents& documents() override { std::abort(); }
   platform::Editor& editor() override { std::abort(); }
@@ -46,13 +33,16 @@ class RecordingHost : public platform::Host {
   void defineFunction(const std::wstring& /*name*/, int message) override {
     messages.push_back(static_cast<unsigned>(message));
   }
+  platform::Status addCommand(const std::wstring&, const std::wstring&, const std::wstring&, int,
+                              platform::CommandFunction, void*) override {
+    return platform::Status::Ok;
+  }
+  platform::Status removeCommand(const std::wstring&, const std::wstring&) override {
+    return platform::Status::Ok;
+  }
+  platform::Status removeGroup(const std::wstring&) override { return platform::Status::Ok; }
   std::vector<unsigned> messages;
-  AcceptingStack stack;
 };
-
-std::string narrow(const std::wstring& text) {
-  return platform::toUtf8(text);
-}
 
 class TemporaryDirectory {
  public:
@@ -76,7 +66,7 @@ TEST(PluginLoaderTest, SendsMessagesWithTheHostAndUnloads) {
   RecordingHost host;
   PluginLoader loader;
   const std::optional<std::wstring> error = loader.load(FAKE_MODULE_PATH, host);
-  ASSERT_FALSE(error.has_value()) << narrow(*error);
+  ASSERT_FALSE(error.has_value()) << platform::toUtf8(*error);
   EXPECT_TRUE(loader.isLoaded());
   EXPECT_EQ(loader.path().string(), FAKE_MODULE_PATH);
   EXPECT_TRUE(host.messages.empty()) << "loading alone sends nothing";
@@ -99,7 +89,7 @@ TEST(PluginLoaderTest, DestructionUnloadsAndAModuleLoadsOnce) {
     ASSERT_FALSE(loader.load(FAKE_MODULE_PATH, host).has_value());
     const std::optional<std::wstring> again = loader.load(FAKE_MODULE_PATH, host);
     ASSERT_TRUE(again.has_value());
-    EXPECT_NE(again->find(L"is loaded"), std::wstring::npos) << narrow(*again);
+    EXPECT_NE(again->find(L"is loaded"), std::wstring::npos) << platform::toUtf8(*again);
   }
   EXPECT_EQ(host.messages, (std::vector<unsigned>{platform::AppMsg::kUnloadApp}));
 }
@@ -124,8 +114,8 @@ TEST(PluginLoaderTest, UnusableFilesAreRefusedWithTheirNameAndReason) {
     const std::optional<std::wstring> error = loader.load(test.file, host);
     ASSERT_TRUE(error.has_value()) << test.file.string();
     const std::wstring start = L"Cannot load '" + platform::fromUtf8(test.file.string()) + L"': ";
-    EXPECT_EQ(error->rfind(start, 0), 0u) << narrow(*error);
-    EXPECT_NE(error->find(test.reason), std::wstring::npos) << narrow(*error);
+    EXPECT_EQ(error->rfind(start, 0), 0u) << platform::toUtf8(*error);
+    EXPECT_NE(error->find(test.reason), std::wstring::npos) << platform::toUtf8(*error);
     EXPECT_FALSE(loader.isLoaded());
     EXPECT_TRUE(host.messages.empty());
   }
@@ -143,7 +133,7 @@ TEST(PluginLoaderTest, ABareFileNameMeansTheCurrentDirectory) {
   PluginLoader system;
   const std::optional<std::wstring> searched = system.load("libc.so.6", host);
   fs::current_path(previous);
-  EXPECT_FALSE(local.has_value()) << narrow(*local);
+  EXPECT_FALSE(local.has_value()) << platform::toUtf8(*local);
   EXPECT_TRUE(searched.has_value());
 }
 

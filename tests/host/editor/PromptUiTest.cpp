@@ -12,6 +12,8 @@ namespace {
 
 using platform::ControlKind;
 using platform::DialogControl;
+using platform::kIdCancel;
+using platform::kIdOk;
 
 enum : int { kTables = 10, kSimultaneous, kField, kValue, kAdvanced, kHelp, kDetach };
 
@@ -23,18 +25,22 @@ DialogControl makeControl(int id, ControlKind kind, const wchar_t* label) {
   return control;
 }
 
-DialogControl makeButton(int id, const wchar_t* label, bool closes, bool isDefault = false) {
-  DialogControl button = makeControl(id, ControlKind::Button, label);
-  button.closes = closes;
-  button.isDefault = isDefault;
-  return button;
-}
+// A script of answers and the transcript it leaves.
+struct Script {
+  explicit Script(const std::string& answers) : in(answers) {}
+  std::istringstream in;
+  std::ostringstream out;
+  ScriptConsole console{in, out};
+  Prompter prompter{console};
+  PromptUi ui{prompter};
+};
 
 // Behaves like a typical module dialog: choosing tables refills the field
-// combo, a field enables the value edit, and Attach needs a table.
+// combo, a field enables the value edit, and Attach needs a table. Each call
+// the model gets goes into the transcript, in brackets.
 class AttachDialog : public platform::DialogModel {
  public:
-  AttachDialog() : DialogModel(L"Attach Object Data") {
+  explicit AttachDialog(std::ostream& log) : DialogModel(L"Attach Object Data"), log_(log) {
     DialogControl tables = makeControl(kTables, ControlKind::ListBox, L"&Tables:");
     tables.multiSelect = true;
     addControl(tables);
@@ -48,32 +54,37 @@ class AttachDialog : public platform::DialogModel {
     DialogControl advanced = makeControl(kAdvanced, ControlKind::CheckBox, L"Advanced");
     advanced.visible = false;
     addControl(advanced);
-    addControl(makeButton(platform::kIdOk, L"&Attach", true, true));
-    addControl(makeButton(kDetach, L"&Detach", true));
-    addControl(makeButton(platform::kIdCancel, L"Cancel", true));
-    addControl(makeButton(kHelp, L"&Help", false));
+    addControl(DialogControl::button(kIdOk, L"&Attach", true, true));
+    addControl(DialogControl::button(kDetach, L"&Detach", true));
+    addControl(DialogControl::button(kIdCancel, L"Cancel", true));
+    addControl(DialogControl::button(kHelp, L"&Help", false));
   }
 
   void onInit() override {
-    calls.push_back("init");
+    log_ << "(init)\n";
     control(kTables).setItems({L"Roads", L"Parcels"});
     control(kTables).selected[0] = true;
     refillFields();
   }
-
   void onChange(int id) override {
-    calls.push_back("change " + std::to_string(id));
+    log_ << "(change " << id << ")\n";
     if (id == kTables) refillFields();
     if (id == kField) enableValue();
   }
-
   bool onButton(int id) override {
-    calls.push_back("button " + std::to_string(id));
-    if (id == platform::kIdOk && control(kTables).selectedCount() == 0) return false;
+    log_ << "(button " << id << ")\n";
+    if (id == kIdOk && control(kTables).selectedCount() == 0) return false;
     return DialogModel::onButton(id);
   }
 
-  std::vector<std::string> calls;
+  // The values the user leaves: tables selected, the check box, the field, the text.
+  std::string state() {
+    std::ostringstream text;
+    for (bool selected : control(kTables).selected) text << selected;
+    text << ' ' << control(kSimultaneous).checked << ' ' << control(kField).current << " '";
+    for (wchar_t c : control(kValue).text) text << static_cast<char>(c);
+    return text.str() + "'";
+  }
 
  private:
   void refillFields() {
@@ -86,221 +97,156 @@ class AttachDialog : public platform::DialogModel {
     enableValue();
   }
   void enableValue() { control(kValue).enabled = control(kField).current > 0; }
+
+  std::ostream& log_;
 };
 
-class PromptUiTest : public ::testing::Test {
- protected:
-  void answers(const std::string& text) { in_.str(text); }
-  std::string transcript() const { return out_.str(); }
-
- private:
-  std::istringstream in_;
-  std::ostringstream out_;
-  ScriptConsole console_{in_, out_};
-  Prompter prompter_{console_};
-
- protected:
-  PromptUi ui{prompter_};
-  AttachDialog dialog;
-};
-
-TEST_F(PromptUiTest, EachControlIsAskedInOrderWithItsValueAsDefault) {
-  answers("Roads,Parcels\nY\nID\nxyz\n\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdOk);
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: Roads,Parcels\n"
-            "Simultaneous [Yes/No] <No>: Y\n"
-            "Field X [<none>/ID/NAME/ID/AREA] <<none>>: ID\n"
-            "Value of NAME <abc>: xyz\n"
-            "Action [Attach/Detach/Cancel] <Attach>: \n");
-  EXPECT_EQ(dialog.calls, (std::vector<std::string>{"init", "change 10", "change 11", "change 12",
-                                                    "change 13", "button 1"}));
-  EXPECT_EQ(dialog.control(kTables).selected, (std::vector<bool>{true, true}));
-  EXPECT_TRUE(dialog.control(kSimultaneous).checked);
-  EXPECT_EQ(dialog.control(kField).current, 1);
-  EXPECT_EQ(dialog.control(kValue).text, L"xyz");
+TEST(PromptUiTest, ADialogIsAskedControlByControlUntilAButtonClosesIt) {
+  const struct {
+    const char* name;
+    const char* answers;
+    int button;
+    const char* transcript;
+    const char* state;
+  } cases[] = {
+      {"each control in order with its value as default", "Roads,Parcels\nY\nID\nxyz\n\n", kIdOk,
+       "(init)\nTables [Roads/Parcels] <Roads>: Roads,Parcels\n(change 10)\n"
+       "Simultaneous [Yes/No] <No>: Y\n(change 11)\n"
+       "Field X [<none>/ID/NAME/ID/AREA] <<none>>: ID\n(change 12)\n"
+       "Value of NAME <abc>: xyz\n(change 13)\n"
+       "Action [Attach/Detach/Cancel] <Attach>: \n(button 1)\n",
+       "11 1 1 'xyz'"},
+      // The value edit stays disabled while no field is chosen.
+      {"Enter keeps values and disabled controls are skipped", "\n\n\n\n", kIdOk,
+       "(init)\nTables [Roads/Parcels] <Roads>: \nSimultaneous [Yes/No] <No>: \n"
+       "Field X [<none>/ID/NAME] <<none>>: \n"
+       "Action [Attach/Detach/Cancel] <Attach>: \n(button 1)\n",
+       "10 0 0 'abc'"},
+      {"a change refills and enables later controls before they are asked",
+       "parcels\n\nAREA\n  two words \nd\n", kDetach,
+       "(init)\nTables [Roads/Parcels] <Roads>: parcels\n(change 10)\n"
+       "Simultaneous [Yes/No] <No>: \nField X [<none>/ID/AREA] <<none>>: AREA\n(change 12)\n"
+       "Value of NAME <abc>:   two words \n(change 13)\n"
+       "Action [Attach/Detach/Cancel] <Attach>: d\n(button 16)\n",
+       "01 0 2 '  two words '"},
+      {"a refused button asks the controls again", "-\n\n\n\nRoads\n\n\n\n", kIdOk,
+       "(init)\nTables [Roads/Parcels] <Roads>: -\n(change 10)\nSimultaneous [Yes/No] <No>: \n"
+       "Field X [<none>] <<none>>: \nAction [Attach/Detach/Cancel] <Attach>: \n(button 1)\n"
+       "Tables [Roads/Parcels] <->: Roads\n(change 10)\nSimultaneous [Yes/No] <No>: \n"
+       "Field X [<none>/ID/NAME] <<none>>: \n"
+       "Action [Attach/Detach/Cancel] <Attach>: \n(button 1)\n",
+       "10 0 0 'abc'"},
+      // "ROADS ," names the selection there already is: no change to report.
+      {"unknown items are named and asked again", "Roads, nowhere\nROADS ,\n\nAREA\n*Cancel*\n",
+       kIdCancel,
+       "(init)\nTables [Roads/Parcels] <Roads>: Roads, nowhere\nTables has no item 'nowhere'.\n"
+       "Tables [Roads/Parcels] <Roads>: ROADS ,\nSimultaneous [Yes/No] <No>: \n"
+       "Field X [<none>/ID/NAME] <<none>>: AREA\nField X has no item 'AREA'.\n"
+       "Field X [<none>/ID/NAME] <<none>>: *Cancel*\n(button 2)\n",
+       "10 0 0 'abc'"},
+      // The model hears of its Cancel button only.
+      {"cancel at any prompt closes with Cancel", "Parcels\n^C\n", kIdCancel,
+       "(init)\nTables [Roads/Parcels] <Roads>: Parcels\n(change 10)\n"
+       "Simultaneous [Yes/No] <No>: ^C\n(button 2)\n",
+       "01 0 0 'abc'"},
+      {"a script that ends in a dialog cancels it", "\n\n\n", kIdCancel,
+       "(init)\nTables [Roads/Parcels] <Roads>: \nSimultaneous [Yes/No] <No>: \n"
+       "Field X [<none>/ID/NAME] <<none>>: \n"
+       "Action [Attach/Detach/Cancel] <Attach>: *Cancel*\n(button 2)\n",
+       "10 0 0 'abc'"},
+      {"the Cancel button is a keyword too", "\n\nNAME\n\"\"\nc\n", kIdCancel,
+       "(init)\nTables [Roads/Parcels] <Roads>: \nSimultaneous [Yes/No] <No>: \n"
+       "Field X [<none>/ID/NAME] <<none>>: NAME\n(change 12)\n"
+       "Value of NAME <abc>: \"\"\n(change 13)\n"
+       "Action [Attach/Detach/Cancel] <Attach>: c\n(button 2)\n",
+       "10 0 2 ''"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Script script(c.answers);
+    AttachDialog dialog(script.out);
+    EXPECT_EQ(script.ui.runModal(dialog), c.button);
+    EXPECT_EQ(script.out.str(), c.transcript);
+    EXPECT_EQ(dialog.state(), c.state);
+  }
 }
 
-TEST_F(PromptUiTest, EnterKeepsValuesAndSkipsDisabledControls) {
-  answers("\n\n\n\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdOk);
-  // The value edit stays disabled while no field is chosen.
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: \n"
-            "Simultaneous [Yes/No] <No>: \n"
-            "Field X [<none>/ID/NAME] <<none>>: \n"
-            "Action [Attach/Detach/Cancel] <Attach>: \n");
-  EXPECT_EQ(dialog.calls, (std::vector<std::string>{"init", "button 1"}));
-}
-
-TEST_F(PromptUiTest, AChangeRefillsAndEnablesLaterControlsBeforeTheyAreAsked) {
-  answers("parcels\n\nAREA\n  two words \nd\n");
-  EXPECT_EQ(ui.runModal(dialog), kDetach);
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: parcels\n"
-            "Simultaneous [Yes/No] <No>: \n"
-            "Field X [<none>/ID/AREA] <<none>>: AREA\n"
-            "Value of NAME <abc>:   two words \n"
-            "Action [Attach/Detach/Cancel] <Attach>: d\n");
-  EXPECT_EQ(dialog.control(kTables).selected, (std::vector<bool>{false, true}));
-  EXPECT_EQ(dialog.control(kValue).text, L"  two words ");
-}
-
-TEST_F(PromptUiTest, ARefusedButtonAsksTheControlsAgain) {
-  answers("-\n\n\n\nRoads\n\n\n\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdOk);
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: -\n"
-            "Simultaneous [Yes/No] <No>: \n"
-            "Field X [<none>] <<none>>: \n"
-            "Action [Attach/Detach/Cancel] <Attach>: \n"
-            "Tables [Roads/Parcels] <->: Roads\n"
-            "Simultaneous [Yes/No] <No>: \n"
-            "Field X [<none>/ID/NAME] <<none>>: \n"
-            "Action [Attach/Detach/Cancel] <Attach>: \n");
-  EXPECT_EQ(dialog.calls,
-            (std::vector<std::string>{"init", "change 10", "button 1", "change 10", "button 1"}));
-}
-
-TEST_F(PromptUiTest, AStarSelectsEveryItem) {
-  answers("*\n\n\n\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdOk);
-  EXPECT_EQ(dialog.control(kTables).selected, (std::vector<bool>{true, true}));
-  EXPECT_EQ(dialog.calls, (std::vector<std::string>{"init", "change 10", "button 1"}));
-}
-
-TEST_F(PromptUiTest, UnknownItemsAreNamedAndAskedAgain) {
-  answers("Roads, nowhere\nROADS ,\n\nAREA\n*Cancel*\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdCancel);
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: Roads, nowhere\n"
-            "Tables has no item 'nowhere'.\n"
-            "Tables [Roads/Parcels] <Roads>: ROADS ,\n"
-            "Simultaneous [Yes/No] <No>: \n"
-            "Field X [<none>/ID/NAME] <<none>>: AREA\n"
-            "Field X has no item 'AREA'.\n"
-            "Field X [<none>/ID/NAME] <<none>>: *Cancel*\n");
-  // "ROADS ," named the selection it already had: no change to report.
-  EXPECT_EQ(dialog.calls, (std::vector<std::string>{"init", "button 2"}));
-}
-
-TEST_F(PromptUiTest, CancelAtAnyPromptClosesWithCancel) {
-  answers("Parcels\n^C\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdCancel);
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: Parcels\n"
-            "Simultaneous [Yes/No] <No>: ^C\n");
-  // The model hears of its Cancel button only.
-  EXPECT_EQ(dialog.calls, (std::vector<std::string>{"init", "change 10", "button 2"}));
-}
-
-TEST_F(PromptUiTest, AScriptEndingInADialogCancelsIt) {
-  answers("\n\n\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdCancel);
-  EXPECT_EQ(transcript(),
-            "Tables [Roads/Parcels] <Roads>: \n"
-            "Simultaneous [Yes/No] <No>: \n"
-            "Field X [<none>/ID/NAME] <<none>>: \n"
-            "Action [Attach/Detach/Cancel] <Attach>: *Cancel*\n");
-}
-
-TEST_F(PromptUiTest, TheCancelButtonIsAKeywordToo) {
-  answers("\n\n\nc\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdCancel);
-  EXPECT_EQ(dialog.calls.back(), "button 2");
-}
-
-TEST_F(PromptUiTest, TwoQuotesEmptyAnEdit) {
-  answers("\n\nNAME\n\"\"\n\n");
-  EXPECT_EQ(ui.runModal(dialog), platform::kIdOk);
-  EXPECT_EQ(dialog.control(kValue).text, L"");
-  EXPECT_NE(transcript().find("Value of NAME <abc>: \"\"\n"), std::string::npos) << transcript();
-}
-
-// A dialog with only what a test puts in it, recording the buttons pressed.
+// A dialog of the controls a test gives it, recording the buttons pressed.
+// Checking "More" (51) puts a new control in front of it; "Retry" (60) only
+// goes round the controls again.
 class BareDialog : public platform::DialogModel {
  public:
-  BareDialog() : DialogModel(L"Bare") {}
-  using DialogModel::addControl;
-  bool onButton(int id) override {
-    pressed.push_back(id);
-    return DialogModel::onButton(id);
+  explicit BareDialog(const std::vector<DialogControl>& controls) : DialogModel(L"Bare") {
+    for (const DialogControl& control : controls) addControl(control);
   }
-  std::vector<int> pressed;
-};
-
-TEST_F(PromptUiTest, WithoutAMarkedDefaultEnterPressesOk) {
-  BareDialog bare;
-  bare.addControl(makeButton(7, L"Apply", true));
-  bare.addControl(makeButton(platform::kIdOk, L"OK", true));
-  answers("\n");
-  EXPECT_EQ(ui.runModal(bare), platform::kIdOk);
-  EXPECT_EQ(transcript(), "Action [OK/Apply] <OK>: \n");
-}
-
-TEST_F(PromptUiTest, WithoutAnyDefaultEnterAsksAgain) {
-  BareDialog bare;
-  bare.addControl(makeButton(7, L"Apply", true));
-  bare.addControl(makeButton(8, L"Skip", true));
-  answers("\ns\n");
-  EXPECT_EQ(ui.runModal(bare), 8);
-  EXPECT_EQ(transcript(), "Action [Apply/Skip]: \nAction [Apply/Skip]: s\n");
-}
-
-// Checking "More" puts a new control in front of it: the round goes on after
-// "More" rather than asking it twice, and asks the new control next round.
-class GrowingDialog : public BareDialog {
- public:
   void onChange(int id) override {
     if (id != 51 || !control(51).checked) return;
     controls().insert(controls().begin(), makeControl(52, ControlKind::Edit, L"Extra"));
   }
-  // Retry only goes round the controls again.
-  bool onButton(int id) override { return id != 60 && BareDialog::onButton(id); }
+  bool onButton(int id) override {
+    pressed.push_back(id);
+    return id != 60 && DialogModel::onButton(id);
+  }
+  std::vector<int> pressed;
 };
 
-TEST_F(PromptUiTest, ControlsAddedByAChangeDoNotDerailTheRound) {
-  GrowingDialog growing;
-  growing.addControl(makeControl(50, ControlKind::Edit, L"Name"));
-  growing.addControl(makeControl(51, ControlKind::CheckBox, L"More"));
-  growing.addControl(makeControl(53, ControlKind::Edit, L"Last"));
-  DialogControl ok = makeButton(platform::kIdOk, L"OK", true, false);
-  growing.addControl(ok);
-  DialogControl retry = makeButton(60, L"Retry", true, true);
-  growing.addControl(retry);
-  answers("a\ny\nz\nr\n\n\n\n\nOK\n");
-  EXPECT_EQ(ui.runModal(growing), platform::kIdOk);
-  EXPECT_EQ(transcript(),
-            "Name <>: a\n"
-            "More [Yes/No] <No>: y\n"
-            "Last <>: z\n"
-            "Action [Retry/OK] <Retry>: r\n"
-            "Extra <>: \n"
-            "Name <a>: \n"
-            "More [Yes/No] <Yes>: \n"
-            "Last <z>: \n"
-            "Action [Retry/OK] <Retry>: OK\n");
-}
-
-TEST_F(PromptUiTest, CancellingADialogWithoutCancelButtonPressesNothing) {
-  BareDialog bare;
-  bare.addControl(makeControl(50, ControlKind::Edit, L"Name"));
-  bare.addControl(makeButton(platform::kIdOk, L"OK", true, true));
-  answers("*Cancel*\n");
-  EXPECT_EQ(ui.runModal(bare), platform::kIdCancel);
-  EXPECT_TRUE(bare.pressed.empty());
-}
-
-TEST_F(PromptUiTest, ADialogThatCannotBeClosedByAButtonIsCancelled) {
-  BareDialog bare;
-  bare.addControl(makeControl(50, ControlKind::CheckBox, L"Flag"));
-  DialogControl disabled = makeButton(platform::kIdOk, L"OK", true, true);
-  disabled.enabled = false;
-  bare.addControl(disabled);
-  answers("y\n");
-  EXPECT_EQ(ui.runModal(bare), platform::kIdCancel);
-  EXPECT_EQ(transcript(), "Flag [Yes/No] <No>: y\n");
-  EXPECT_TRUE(bare.pressed.empty());
+TEST(PromptUiTest, TheActionPromptOffersTheClosingButtons) {
+  const DialogControl name = makeControl(50, ControlKind::Edit, L"Name");
+  DialogControl disabledOk = DialogControl::button(kIdOk, L"OK", true, true);
+  disabledOk.enabled = false;
+  const struct {
+    const char* name;
+    std::vector<DialogControl> controls;
+    const char* answers;
+    int button;
+    const char* transcript;
+    std::vector<int> pressed;
+  } cases[] = {
+      {"without a marked default Enter presses OK",
+       {DialogControl::button(7, L"Apply", true), DialogControl::button(kIdOk, L"OK", true)},
+       "\n",
+       kIdOk,
+       "Action [OK/Apply] <OK>: \n",
+       {kIdOk}},
+      {"without any default Enter asks again",
+       {DialogControl::button(7, L"Apply", true), DialogControl::button(8, L"Skip", true)},
+       "\ns\n",
+       8,
+       "Action [Apply/Skip]: \nAction [Apply/Skip]: s\n",
+       {8}},
+      // The round goes on after "More" rather than asking it twice, and asks
+      // the new control next round.
+      {"controls added by a change do not derail the round",
+       {name, makeControl(51, ControlKind::CheckBox, L"More"),
+        makeControl(53, ControlKind::Edit, L"Last"), DialogControl::button(kIdOk, L"OK", true),
+        DialogControl::button(60, L"Retry", true, true)},
+       "a\ny\nz\nr\n\n\n\n\nOK\n",
+       kIdOk,
+       "Name <>: a\nMore [Yes/No] <No>: y\nLast <>: z\nAction [Retry/OK] <Retry>: r\n"
+       "Extra <>: \nName <a>: \nMore [Yes/No] <Yes>: \nLast <z>: \n"
+       "Action [Retry/OK] <Retry>: OK\n",
+       {60, kIdOk}},
+      {"cancelling a dialog without a Cancel button presses nothing",
+       {name, DialogControl::button(kIdOk, L"OK", true, true)},
+       "*Cancel*\n",
+       kIdCancel,
+       "Name <>: *Cancel*\n",
+       {}},
+      {"a dialog that no button can close is cancelled",
+       {makeControl(50, ControlKind::CheckBox, L"Flag"), disabledOk},
+       "y\n",
+       kIdCancel,
+       "Flag [Yes/No] <No>: y\n",
+       {}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Script script(c.answers);
+    BareDialog dialog(c.controls);
+    EXPECT_EQ(script.ui.runModal(dialog), c.button);
+    EXPECT_EQ(script.out.str(), c.transcript);
+    EXPECT_EQ(dialog.pressed, c.pressed);
+  }
 }
 
 TEST(PromptLabelTest, WindowDecorationsAreDropped) {
@@ -312,45 +258,37 @@ TEST(PromptLabelTest, WindowDecorationsAreDropped) {
   EXPECT_EQ(promptLabel(unlabelled), L"Value");
 }
 
-struct MessageBoxCase {
-  int flags;
-  const char* answer;
-  int expected;
-  const char* buttons;
-};
-
-TEST_F(PromptUiTest, MessageBoxesAskForTheirButtons) {
-  const MessageBoxCase cases[] = {
+TEST(PromptUiTest, MessageBoxesAskForTheirButtons) {
+  const struct {
+    int flags;
+    const char* answer;
+    int expected;
+    const char* buttons;
+  } cases[] = {
       {platform::kMbYesNo, "y", platform::kIdYes, "[Yes/No] <No>: "},
       {platform::kMbYesNo, "", platform::kIdNo, "[Yes/No] <No>: "},
       {platform::kMbYesNo, "*Cancel*", platform::kIdNo, "[Yes/No] <No>: "},
       {platform::kMbYesNo | platform::kMbIconExclamation, "Yes", platform::kIdYes,
        "[Yes/No] <No>: "},
-      {platform::kMbOkCancel, "ok", platform::kIdOk, "[OK/Cancel] <Cancel>: "},
-      {platform::kMbOkCancel, "", platform::kIdCancel, "[OK/Cancel] <Cancel>: "},
+      {platform::kMbOkCancel, "ok", kIdOk, "[OK/Cancel] <Cancel>: "},
+      {platform::kMbOkCancel, "", kIdCancel, "[OK/Cancel] <Cancel>: "},
       {platform::kMbYesNoCancel, "n", platform::kIdNo, "[Yes/No/Cancel] <Cancel>: "},
-      {platform::kMbYesNoCancel, "^C", platform::kIdCancel, "[Yes/No/Cancel] <Cancel>: "},
-      {platform::kMbOk, "", platform::kIdOk, "[OK] <OK>: "},
-      {platform::kMbOk | platform::kMbIconExclamation, "*Cancel*", platform::kIdOk, "[OK] <OK>: "},
+      {platform::kMbYesNoCancel, "^C", kIdCancel, "[Yes/No/Cancel] <Cancel>: "},
+      {platform::kMbOk, "", kIdOk, "[OK] <OK>: "},
+      {platform::kMbOk | platform::kMbIconExclamation, "*Cancel*", kIdOk, "[OK] <OK>: "},
   };
-  for (const MessageBoxCase& test : cases) {
-    std::istringstream in(std::string(test.answer) + "\n");
-    std::ostringstream out;
-    ScriptConsole console(in, out);
-    Prompter prompter(console);
-    PromptUi boxUi(prompter);
-    EXPECT_EQ(boxUi.messageBox(L"Table Roads exists.\nReplace it?\n\n", L"Define", test.flags),
+  for (const auto& test : cases) {
+    Script script(std::string(test.answer) + "\n");
+    EXPECT_EQ(script.ui.messageBox(L"Table Roads exists.\nReplace it?\n\n", L"Define", test.flags),
               test.expected)
         << "flags " << test.flags << ", answer '" << test.answer << "'";
-    EXPECT_EQ(out.str(), std::string("** Define **\nTable Roads exists.\nReplace it?\n") +
-                             test.buttons + test.answer + "\n");
+    EXPECT_EQ(script.out.str(), std::string("** Define **\nTable Roads exists.\nReplace it?\n") +
+                                    test.buttons + test.answer + "\n");
   }
-}
-
-TEST_F(PromptUiTest, MessageBoxWithoutCaptionPrintsNoCaptionLine) {
-  answers("x\no\n");
-  EXPECT_EQ(ui.messageBox(L"Done.", L"", platform::kMbOk), platform::kIdOk);
-  EXPECT_EQ(transcript(), "Done.\n[OK] <OK>: x\nInvalid option keyword.\n[OK] <OK>: o\n");
+  // Without a caption there is no caption line.
+  Script script("x\no\n");
+  EXPECT_EQ(script.ui.messageBox(L"Done.", L"", platform::kMbOk), kIdOk);
+  EXPECT_EQ(script.out.str(), "Done.\n[OK] <OK>: x\nInvalid option keyword.\n[OK] <OK>: o\n");
 }
 
 }  // namespace

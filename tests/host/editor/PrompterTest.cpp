@@ -41,23 +41,19 @@ TEST_F(PrompterTest, CancelAnswersCancelEveryKindOfPrompt) {
             "Width: *CANCEL*\nSelect objects: ^C\n");
 }
 
-TEST_F(PrompterTest, EndOfInputIsACancelShownInTheTranscript) {
-  answers("LINE\n");
-  const std::optional<platform::StringReply> command = prompter.getCommand(L"Command: ", {});
-  ASSERT_TRUE(command.has_value());
-  EXPECT_EQ(command->text, L"LINE");
+TEST_F(PrompterTest, CommandPromptTrimsAndEndOfInputIsACancelShownInTheTranscript) {
+  answers("  _odlist \n\n*Cancel*\nLINE\n");
+  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->text, L"_odlist");
+  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->status, PromptStatus::None);
+  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->status, PromptStatus::Cancel);
+  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->text, L"LINE");
   EXPECT_EQ(prompter.getPoint(L"Specify first point: ").status, PromptStatus::Cancel);
   EXPECT_TRUE(prompter.inputEnded());
   // Running out of commands is the normal end of a script: nothing is shown.
   EXPECT_FALSE(prompter.getCommand(L"Command: ", {}).has_value());
-  EXPECT_EQ(transcript(), "Command: LINE\nSpecify first point: *Cancel*\n");
-}
-
-TEST_F(PrompterTest, CommandPromptTrimsAndKnowsEnterAndCancel) {
-  answers("  _odlist \n\n*Cancel*\n");
-  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->text, L"_odlist");
-  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->status, PromptStatus::None);
-  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->status, PromptStatus::Cancel);
+  EXPECT_EQ(transcript(),
+            "Command:   _odlist \nCommand: \nCommand: *Cancel*\nCommand: LINE\n"
+            "Specify first point: *Cancel*\n");
 }
 
 TEST_F(PrompterTest, StringsEndAtTheFirstBlankUnlessSpacesAreAllowed) {
@@ -79,38 +75,27 @@ TEST_F(PrompterTest, StringsEndAtTheFirstBlankUnlessSpacesAreAllowed) {
             "Layer: Side\nLayer: Back\nIgnored: Lane\n");
 }
 
-TEST_F(PrompterTest, KeywordsAreChosenByExactNameOrUniquePrefix) {
-  answers("on\nof\nu\nHIDE\n");
+TEST_F(PrompterTest, KeywordsAreChosenByExactNameOrUniquePrefixElseAskedAgain) {
+  answers("on\nof\nu\nHIDE\no\nLock\nOF\n\n\n");
   const Keywords keywords = {L"New", L"ON", L"OFF", L"Hide", L"Unhide"};
-  const std::wstring prompt = L"Enter an option [New/ON/OFF/Hide/Unhide]: ";
-  for (const wchar_t* expected : {L"ON", L"OFF", L"Unhide", L"Hide"}) {
+  const std::wstring prompt = L"Option [New/ON/OFF/Hide/Unhide]: ";
+  for (const wchar_t* expected : {L"ON", L"OFF", L"Unhide", L"Hide", L"OFF"}) {
     const platform::StringReply reply = prompter.getKeyword(prompt, keywords);
     EXPECT_EQ(reply.status, PromptStatus::Normal);
     EXPECT_EQ(reply.text, expected);  // spelled as listed, not as typed
   }
-}
-
-TEST_F(PrompterTest, UnusableKeywordAnswersSayWhyAndAskAgain) {
-  answers("o\nLock\nOF\n");
-  const platform::StringReply reply = prompter.getKeyword(L"Option [ON/OFF]: ", {L"ON", L"OFF"});
-  EXPECT_EQ(reply.text, L"OFF");
-  EXPECT_EQ(transcript(),
-            "Option [ON/OFF]: o\n"
-            "Ambiguous keyword 'o': could be ON or OFF.\n"
-            "Option [ON/OFF]: Lock\n"
-            "Invalid option keyword.\n"
-            "Option [ON/OFF]: OF\n");
-}
-
-TEST_F(PrompterTest, EnterAtAKeywordPromptGivesTheDefaultOrNone) {
-  answers("\n\n");
-  const Keywords types = {L"Integer", L"Real", L"Character", L"Point"};
-  const platform::StringReply withDefault = prompter.getKeyword(
-      L"Column type [Integer/Real/Character/Point] <Character>: ", types, L"Character");
+  // Enter gives the default, or None without one.
+  const platform::StringReply withDefault = prompter.getKeyword(prompt, keywords, L"Hide");
   EXPECT_EQ(withDefault.status, PromptStatus::Normal);
-  EXPECT_EQ(withDefault.text, L"Character");
-  EXPECT_EQ(prompter.getKeyword(L"Column type [Integer/Real/Character/Point]: ", types).status,
-            PromptStatus::None);
+  EXPECT_EQ(withDefault.text, L"Hide");
+  EXPECT_EQ(prompter.getKeyword(prompt, keywords).status, PromptStatus::None);
+  EXPECT_NE(transcript().find("Option [New/ON/OFF/Hide/Unhide]: o\n"
+                              "Ambiguous keyword 'o': could be ON or OFF.\n"
+                              "Option [New/ON/OFF/Hide/Unhide]: Lock\n"
+                              "Invalid option keyword.\n"
+                              "Option [New/ON/OFF/Hide/Unhide]: OF\n"),
+            std::string::npos)
+      << transcript();
 }
 
 TEST_F(PrompterTest, YesNoPrompts) {
@@ -123,38 +108,28 @@ TEST_F(PrompterTest, YesNoPrompts) {
   EXPECT_EQ(prompter.getYesNo(L"Continue? [Yes/No]: ").status, PromptStatus::None);
 }
 
-TEST_F(PrompterTest, PointsAskAgainUntilValid) {
-  answers("1\n1,2,3,4\n 1.5 , -2e1 ,3 \n\n");
-  const Answer<platform::Point3d> point = prompter.getPoint(L"Specify point: ");
+TEST_F(PrompterTest, PointsAskAgainUntilValidAndAlsoTakeTheirKeywords) {
+  answers("1\n1,2,3,4\n 1.5 , -2e1 ,3 \n\nc\n4,5\nx\nu\n");
+  const Answer<platform::Point3d> point = prompter.getPoint(L"Point: ");
   EXPECT_EQ(point.status, PromptStatus::Normal);
   EXPECT_EQ(point.value, (platform::Point3d{1.5, -20, 3}));
-  EXPECT_EQ(prompter.getPoint(L"Specify point: ").status, PromptStatus::None);
-  EXPECT_EQ(transcript(),
-            "Specify point: 1\n"
-            "Invalid point.\n"
-            "Specify point: 1,2,3,4\n"
-            "Invalid point.\n"
-            "Specify point:  1.5 , -2e1 ,3 \n"
-            "Specify point: \n");
-}
-
-TEST_F(PrompterTest, ValuePromptsAlsoTakeTheirKeywords) {
-  answers("c\n4,5\nx\nu\n");
+  EXPECT_EQ(prompter.getPoint(L"Point: ").status, PromptStatus::None);
   const Keywords keywords = {L"Close", L"Undo"};
-  const std::wstring prompt = L"Specify next point or [Close/Undo]: ";
+  const std::wstring prompt = L"Next or [Close/Undo]: ";
   const Answer<platform::Point3d> close = prompter.getPoint(prompt, keywords);
   EXPECT_EQ(close.status, PromptStatus::Keyword);
   EXPECT_EQ(close.keyword, L"Close");
-  const Answer<platform::Point3d> point = prompter.getPoint(prompt, keywords);
-  EXPECT_EQ(point.status, PromptStatus::Normal);
-  EXPECT_EQ(point.value, (platform::Point3d{4, 5, 0}));
+  EXPECT_EQ(prompter.getPoint(prompt, keywords).value, (platform::Point3d{4, 5, 0}));
   EXPECT_EQ(prompter.getPoint(prompt, keywords).keyword, L"Undo");
-  EXPECT_NE(transcript().find("x\nInvalid point or option keyword.\n"), std::string::npos)
-      << transcript();
+  EXPECT_EQ(transcript(),
+            "Point: 1\nInvalid point.\nPoint: 1,2,3,4\nInvalid point.\n"
+            "Point:  1.5 , -2e1 ,3 \nPoint: \nNext or [Close/Undo]: c\n"
+            "Next or [Close/Undo]: 4,5\nNext or [Close/Undo]: x\n"
+            "Invalid point or option keyword.\nNext or [Close/Undo]: u\n");
 }
 
-TEST_F(PrompterTest, NumbersParseStrictlyAndEnterGivesTheDefault) {
-  answers("12abc\n1.5\n7\n\n1,5\n-2.5e1\n\n\n");
+TEST_F(PrompterTest, NumbersParseStrictlyEnterGivesTheDefaultAndKeywordsAreTaken) {
+  answers("12abc\n1.5\n7\n\n1,5\n-2.5e1\n\n\nDefault\nz\n2\n");
   EXPECT_EQ(prompter.getInt(L"Count: ").value, 7);
   const Answer<int> defaultInt = prompter.getInt(L"Count <3>: ", 3);
   EXPECT_EQ(defaultInt.status, PromptStatus::Normal);
@@ -162,29 +137,15 @@ TEST_F(PrompterTest, NumbersParseStrictlyAndEnterGivesTheDefault) {
   EXPECT_EQ(prompter.getReal(L"Width: ").value, -25.0);
   EXPECT_EQ(prompter.getReal(L"Width <0.5>: ", 0.5).value, 0.5);
   EXPECT_EQ(prompter.getReal(L"Width: ").status, PromptStatus::None);
-  EXPECT_EQ(transcript(),
-            "Count: 12abc\n"
-            "Requires an integer value.\n"
-            "Count: 1.5\n"
-            "Requires an integer value.\n"
-            "Count: 7\n"
-            "Count <3>: \n"
-            "Width: 1,5\n"
-            "Requires a real value.\n"
-            "Width: -2.5e1\n"
-            "Width <0.5>: \n"
-            "Width: \n");
-}
-
-TEST_F(PrompterTest, NumberPromptsWithKeywords) {
-  answers("Default\nz\n2\n");
   const Answer<double> keyword = prompter.getReal(L"Height or [Default]: ", {}, {L"Default"});
   EXPECT_EQ(keyword.status, PromptStatus::Keyword);
   EXPECT_EQ(keyword.keyword, L"Default");
   EXPECT_EQ(prompter.getInt(L"Sides or [Edge]: ", {}, {L"Edge"}).value, 2);
-  EXPECT_NE(transcript().find("z\nRequires an integer value or option keyword.\n"),
-            std::string::npos)
-      << transcript();
+  EXPECT_EQ(transcript(),
+            "Count: 12abc\nRequires an integer value.\nCount: 1.5\nRequires an integer value.\n"
+            "Count: 7\nCount <3>: \nWidth: 1,5\nRequires a real value.\nWidth: -2.5e1\n"
+            "Width <0.5>: \nWidth: \nHeight or [Default]: Default\nSides or [Edge]: z\n"
+            "Requires an integer value or option keyword.\nSides or [Edge]: 2\n");
 }
 
 TEST_F(PrompterTest, SelectionLinesAreParsedAndBadOnesAskedAgain) {

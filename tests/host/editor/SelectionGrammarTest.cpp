@@ -4,72 +4,58 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+
+#include "platform/Text.h"
+
 namespace host {
 namespace {
 
 using platform::Point3d;
 
-SelectionParse parsed(const wchar_t* line) {
-  SelectionParse parse = parseSelection(line);
-  EXPECT_TRUE(parse.ok()) << "rejected '" << line << "': " << parse.error;
-  return parse;
+std::string coordinates(const Point3d& p) {
+  std::ostringstream text;
+  text << '(' << p.x << ',' << p.y << ',' << p.z << ')';
+  return text.str();
 }
 
-std::vector<SelectionKind> kinds(const SelectionParse& parse) {
-  std::vector<SelectionKind> result;
-  for (const SelectionItem& item : parse.items) result.push_back(item.kind);
-  return result;
-}
-
-TEST(SelectionGrammarTest, ShortAndLongKeywordsInAnyCase) {
-  const std::vector<SelectionKind> expected = {SelectionKind::All, SelectionKind::Last,
-                                               SelectionKind::Previous};
-  EXPECT_EQ(kinds(parsed(L"ALL L P")), expected);
-  EXPECT_EQ(kinds(parsed(L"all last previous")), expected);
-  EXPECT_EQ(kinds(parsed(L"All LaSt p")), expected);
-  EXPECT_TRUE(parsed(L"").items.empty());
-  EXPECT_TRUE(parsed(L"  \t ").items.empty());
-}
-
-TEST(SelectionGrammarTest, HandlesAndPickedPoints) {
-  const SelectionParse parse = parsed(L"#1F #a0 3,4 1.5,-2,7");
-  ASSERT_EQ(parse.items.size(), 4u);
-  EXPECT_EQ(parse.items[0].kind, SelectionKind::ByHandle);
-  EXPECT_EQ(parse.items[0].handle, 0x1Fu);
-  EXPECT_EQ(parse.items[1].handle, 0xA0u);
-  EXPECT_EQ(parse.items[2].kind, SelectionKind::Pick);
-  EXPECT_EQ(parse.items[2].first, (Point3d{3, 4, 0}));
-  EXPECT_EQ(parse.items[3].first, (Point3d{1.5, -2, 7}));
-}
-
-TEST(SelectionGrammarTest, WindowsAndCrossingsTakeTwoCorners) {
-  const SelectionParse parse = parsed(L"W 0,0 10,5 crossing -1,-1,0 2,2,3 window 1,1 2,2");
-  ASSERT_EQ(parse.items.size(), 3u);
-  EXPECT_EQ(parse.items[0].kind, SelectionKind::Window);
-  EXPECT_EQ(parse.items[0].first, (Point3d{0, 0, 0}));
-  EXPECT_EQ(parse.items[0].second, (Point3d{10, 5, 0}));
-  EXPECT_EQ(parse.items[1].kind, SelectionKind::Crossing);
-  EXPECT_EQ(parse.items[1].first, (Point3d{-1, -1, 0}));
-  EXPECT_EQ(parse.items[1].second, (Point3d{2, 2, 3}));
-  EXPECT_EQ(parse.items[2].kind, SelectionKind::Window);
-}
-
-TEST(SelectionGrammarTest, BlanksNextToCommasStayInsideAPoint) {
-  const SelectionParse parse = parsed(L"  c 0 , 0   10 ,10\t 5,  6 ");
-  ASSERT_EQ(parse.items.size(), 2u);
-  EXPECT_EQ(parse.items[0].kind, SelectionKind::Crossing);
-  EXPECT_EQ(parse.items[0].second, (Point3d{10, 10, 0}));
-  EXPECT_EQ(parse.items[1].kind, SelectionKind::Pick);
-  EXPECT_EQ(parse.items[1].first, (Point3d{5, 6, 0}));
-}
-
-TEST(SelectionGrammarTest, RemoveAndAddSwitchTheRestOfTheLine) {
-  const SelectionParse parse = parsed(L"ALL R #1F L A P REMOVE 1,1 add #2");
-  ASSERT_EQ(parse.items.size(), 6u);
-  const std::vector<bool> adds = {true, false, false, true, false, true};
-  for (std::size_t i = 0; i < adds.size(); ++i) {
-    EXPECT_EQ(parse.items[i].add, adds[i]) << "item " << i;
+// The items of a line that parses, written out: a "-" before an item that is
+// removed, then the kind with its handle or points.
+std::string items(const wchar_t* line) {
+  const SelectionParse parse = parseSelection(line);
+  EXPECT_TRUE(parse.ok()) << "rejected: " << platform::toUtf8(parse.error);
+  const char* const names[] = {"all", "#", "last", "previous", "window", "crossing", "pick"};
+  std::ostringstream text;
+  for (const SelectionItem& item : parse.items) {
+    text << (item.add ? " " : " -") << names[static_cast<int>(item.kind)];
+    if (item.kind == SelectionKind::ByHandle) text << std::hex << std::uppercase << item.handle;
+    if (item.kind >= SelectionKind::Window) text << coordinates(item.first);
+    if (item.kind == SelectionKind::Window || item.kind == SelectionKind::Crossing) {
+      text << coordinates(item.second);
+    }
   }
+  return text.str();
+}
+
+TEST(SelectionGrammarTest, EveryItemKindAndTheSwitchesBetweenAddingAndRemoving) {
+  const struct {
+    const wchar_t* line;
+    const char* items;
+  } cases[] = {
+      {L"", ""},
+      {L"  \t ", ""},
+      {L"ALL L P", " all last previous"},
+      {L"all last previous", " all last previous"},
+      {L"All LaSt p", " all last previous"},
+      {L"#1F #a0 3,4 1.5,-2,7", " #1F #A0 pick(3,4,0) pick(1.5,-2,7)"},
+      {L"W 0,0 10,5 crossing -1,-1,0 2,2,3 window 1,1 2,2",
+       " window(0,0,0)(10,5,0) crossing(-1,-1,0)(2,2,3) window(1,1,0)(2,2,0)"},
+      // Blanks next to commas stay inside a point.
+      {L"  c 0 , 0   10 ,10\t 5,  6 ", " crossing(0,0,0)(10,10,0) pick(5,6,0)"},
+      {L"ALL R #1F L A P REMOVE 1,1 add #2", " all -#1F -last previous -pick(1,1,0) #2"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(items(c.line), c.items) << platform::toUtf8(c.line);
 }
 
 TEST(SelectionGrammarTest, ErrorsNameTheWordAndSelectNothing) {
@@ -94,8 +80,8 @@ TEST(SelectionGrammarTest, ErrorsNameTheWordAndSelectNothing) {
   };
   for (const auto& test : cases) {
     const SelectionParse parse = parseSelection(test.line);
-    EXPECT_EQ(parse.error, test.error) << "line '" << test.line << "'";
-    EXPECT_TRUE(parse.items.empty()) << "line '" << test.line << "'";
+    EXPECT_EQ(parse.error, test.error) << platform::toUtf8(test.line);
+    EXPECT_TRUE(parse.items.empty()) << platform::toUtf8(test.line);
   }
 }
 
