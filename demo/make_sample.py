@@ -11,7 +11,7 @@ import os
 import sys
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.join(HERE, "..", "tests", "dxf"))
+sys.path.insert(0, os.path.join(HERE, "..", "tests", "host", "dxf"))
 import make_corpus as corpus  # noqa: E402  (re-runs this script with a fixed hash seed)
 
 
