@@ -17,6 +17,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "EntityCodec.h"
@@ -114,9 +115,13 @@ class FakeDrawing : public ReadContext, public WriteContext {
     return entities_.count(id.value()) ? entities_.at(id.value()).get() : nullptr;
   }
 
-  // Gives the attributes read with a block reference their ids, as the
-  // database does.
+  // Gives the extension dictionary and the attributes read with an entity
+  // their ids, as the database does.
   std::unique_ptr<Entity> adopt(ReadEntity read) {
+    if (read.xdictHandle) {
+      read.entity->xdict = ObjectId(kFirstDictionary + read.xdictHandle);
+      handles[read.entity->xdict.value()] = read.xdictHandle;
+    }
     if (auto* insert = dynamic_cast<BlockReferenceEntity*>(read.entity.get())) {
       for (auto& attribute : read.attributes) {
         insert->attributes.push_back(store(std::move(attribute)));
@@ -135,6 +140,7 @@ class FakeDrawing : public ReadContext, public WriteContext {
 
  private:
   static constexpr std::uint64_t kFirstEntity = 1000000;
+  static constexpr std::uint64_t kFirstDictionary = 2000000;
   ObjectId find(wchar_t kind, std::wstring_view name) const {
     const auto it = std::find(names_.begin(), names_.end(), kind + std::wstring(name));
     return it == names_.end() ? ObjectId()
@@ -184,15 +190,17 @@ std::string canonical(const Entity& e, FakeDrawing& d) {
 }
 
 // Reads a fragment, writes it back with its tags, reads that again: the model
-// must not change. Returns the listing of what was written.
+// must not change. Returns the listing of what was written. An entity that
+// names no owner is given model space's.
 std::string roundTrip(const Fragment& f, FakeDrawing& d) {
   const ReadEntity first = readEntity(f.tags, d);
+  const Handle owner = first.ownerHandle ? first.ownerHandle : 0x17;
   std::unique_ptr<Entity> e = read(f, d);
-  const std::string out = written(*e, d, &f, first.ownerHandle);
+  const std::string out = written(*e, d, &f, owner);
   const std::vector<Tag> again = tagsOf(out);
   const ReadEntity second = readEntity(again, d);
   EXPECT_EQ(second.xdictHandle, first.xdictHandle);
-  EXPECT_EQ(second.ownerHandle, first.ownerHandle);
+  EXPECT_EQ(second.ownerHandle, owner);
   EXPECT_EQ(second.paperSpace, first.paperSpace);
   EXPECT_EQ(canonical(*d.adopt(readEntity(again, d)), d), canonical(*e, d));
   return listing(out);
@@ -269,9 +277,7 @@ const std::vector<KindCase>& kindCases() {
          auto& el = as<EllipseEntity>(e);
          EXPECT_EQ(el.center, (Point3d{1, 2, 3}));
          EXPECT_EQ(el.majorAxis, (Point3d{0, 2, 0}));
-         EXPECT_EQ(el.ratio, 0.25);
-         EXPECT_EQ(el.startParam, 0.0);
-         EXPECT_EQ(el.endParam, kPi);
+         EXPECT_EQ(std::tie(el.ratio, el.startParam, el.endParam), std::make_tuple(0.25, 0.0, kPi));
        }},
       {"lightweight polyline with widths, as ezdxf writes it",
        "0 LWPOLYLINE | 5 35 | 330 17 | 100 AcDbEntity | 8 0\n"
@@ -381,8 +387,7 @@ const std::vector<KindCase>& kindCases() {
        "30 0.0 | 10 1.0 | 20 2.0 | 30 0.0 | 10 3.0 | 20 1.0 | 30 0.0 | 10 4.0 | 20 4.0 | 30 0.0\n",
        [](Entity& e, FakeDrawing&, const Fragment&) {
          auto& s = as<SplineEntity>(e);
-         EXPECT_EQ(s.flags, 4);
-         EXPECT_EQ(s.degree, 3);
+         EXPECT_EQ(std::tie(s.flags, s.degree), std::make_tuple(4, 3));
          EXPECT_EQ(s.knots, (std::vector<double>{0, 0, 0, 0, 1, 1, 1, 1}));
          EXPECT_EQ(s.weights, (std::vector<double>{1, 2, 2, 1}));
          ASSERT_EQ(s.controlPoints.size(), 4u);
@@ -422,9 +427,7 @@ const std::vector<KindCase>& kindCases() {
          auto& m = as<MlineEntity>(e);
          EXPECT_EQ(m.styleName, L"Standard");
          EXPECT_EQ(m.styleHandle, 0x22u);
-         EXPECT_EQ(m.scale, 1.0);
-         EXPECT_EQ(m.flags, 1);
-         EXPECT_EQ(m.styleElements, 2);
+         EXPECT_EQ(std::tie(m.scale, m.flags, m.styleElements), std::make_tuple(1.0, 1, 2));
          ASSERT_EQ(m.vertices.size(), 3u);
          const MlineVertex& v = m.vertices[1];
          EXPECT_EQ(v.position, (Point3d{5, 0, 0}));
@@ -452,14 +455,27 @@ const std::vector<KindCase>& kindCases() {
        [](Entity& e, FakeDrawing&, const Fragment&) {
          const TextData& t = as<TextEntity>(e).data;
          EXPECT_DOUBLE_EQ(t.oblique, kPi / 36);
-         EXPECT_EQ(t.widthFactor, 0.7);
-         EXPECT_EQ(t.generation, 4);
+         EXPECT_EQ(std::tie(t.widthFactor, t.generation), std::make_tuple(0.7, 4));
          EXPECT_EQ(t.styleName, L"Narrow");
          EXPECT_EQ(t.normal, (Point3d{0, 0, -1}));
        },
        "0 TEXT | 5 38 | 330 17 | 100 AcDbEntity | 8 0\n"
        "100 AcDbText | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.5 | 1 Hi | 39 1.0 | 50 30.0\n"
        "41 0.7 | 51 5.0 | 7 Narrow | 71 4 | 210 0.0 | 220 0.0 | 230 -1.0 | 100 AcDbText\n"},
+      // As old writers do: no markers, no owner, and the text's vertical
+      // alignment among the other codes. Written back, it has them.
+      {"text without subclass markers",
+       "0 TEXT | 5 1A | 8 Walls | 62 2 | 10 1.0 | 20 2.0 | 39 5.0 | 40 2.5 | 1 hi\n"
+       "72 1 | 11 1.5 | 21 2.0 | 73 2 | 1001 ACME | 1000 x\n",
+       [](Entity& e, FakeDrawing& d, const Fragment&) {
+         EXPECT_EQ(e.layer, d.layer(L"Walls"));
+         EXPECT_EQ(e.color, 2);
+         EXPECT_EQ(as<TextEntity>(e).data.alignmentPoint, (Point3d{1.5, 2, 0}));
+         EXPECT_EQ(as<TextEntity>(e).data.verticalAlignment, 2);
+       },
+       "0 TEXT | 5 1A | 330 17 | 100 AcDbEntity | 8 Walls | 62 2\n"
+       "100 AcDbText | 10 1.0 | 20 2.0 | 30 0.0 | 40 2.5 | 1 hi | 72 1 | 11 1.5 | 21 2.0\n"
+       "31 0.0 | 39 5.0 | 100 AcDbText | 73 2 | 1001 ACME | 1000 x\n"},
       {"text with its vertical alignment in the first subclass",
        "0 TEXT | 5 1B | 330 17 | 100 AcDbEntity | 8 0\n"
        "100 AcDbText | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.0 | 1 x | 73 1 | 100 AcDbText\n",
@@ -486,8 +502,7 @@ const std::vector<KindCase>& kindCases() {
        [](Entity& e, FakeDrawing&, const Fragment&) {
          auto& m = as<MTextEntity>(e);
          EXPECT_DOUBLE_EQ(m.rotation, kPi / 9);
-         EXPECT_EQ(m.lineSpacing, 1.5);
-         EXPECT_EQ(m.attachment, 5);
+         EXPECT_EQ(std::tie(m.lineSpacing, m.attachment), std::make_tuple(1.5, 5));
          EXPECT_EQ(m.normal, (Point3d{0, 1, 0}));
        }},
       {"directed multiline text as ezdxf writes it",
@@ -568,15 +583,12 @@ const std::vector<KindCase>& kindCases() {
        [](Entity& e, FakeDrawing& d, const Fragment&) {
          auto& r = as<BlockReferenceEntity>(e);
          EXPECT_EQ(r.scale, (Point3d{2, 3, 4}));
-         EXPECT_EQ(r.columns, 2);
-         EXPECT_EQ(r.rows, 3);
-         EXPECT_EQ(r.columnSpacing, 5.0);
-         EXPECT_EQ(r.rowSpacing, 6.0);
+         EXPECT_EQ(std::tie(r.columns, r.rows, r.columnSpacing, r.rowSpacing),
+                   std::make_tuple(2, 3, 5.0, 6.0));
          EXPECT_EQ(r.normal, (Point3d{0, 0, -1}));
          auto& a = as<AttributeEntity>(d.stored(r.attributes.at(0)));
-         EXPECT_EQ(a.flags, 1);
-         EXPECT_EQ(a.data.horizontalAlignment, 1);
-         EXPECT_EQ(a.data.verticalAlignment, 1);
+         EXPECT_EQ(std::tie(a.flags, a.data.horizontalAlignment, a.data.verticalAlignment),
+                   std::make_tuple(1, 1, 1));
        }},
       // As ezdxf writes it, with flags and a vertical alignment (which brings
       // the alignment point) added.
@@ -586,11 +598,9 @@ const std::vector<KindCase>& kindCases() {
        "100 AcDbAttributeDefinition | 280 0 | 3 Prompt1 | 2 TAG1 | 70 9 | 74 3 | 71 1 | 72 0\n",
        [](Entity& e, FakeDrawing&, const Fragment&) {
          auto& a = as<AttributeDefinitionEntity>(e);
-         EXPECT_EQ(a.tag, L"TAG1");
-         EXPECT_EQ(a.prompt, L"Prompt1");
-         EXPECT_EQ(a.data.text, L"def");
-         EXPECT_EQ(a.flags, 9);
-         EXPECT_EQ(a.data.verticalAlignment, 3);
+         EXPECT_EQ(std::tie(a.tag, a.prompt, a.data.text),
+                   std::make_tuple(L"TAG1", L"Prompt1", L"def"));
+         EXPECT_EQ(std::tie(a.flags, a.data.verticalAlignment), std::make_tuple(9, 3));
        }},
       {"unknown kind",
        "0 WIPEOUT | 5 70 | 330 17 | 100 AcDbEntity | 8 0 | 62 4\n"
@@ -664,10 +674,9 @@ const std::vector<KindCase>& kindCases() {
        "100 AcDbLine | 10 0.0 | 20 0.0 | 30 0.0 | 11 1.0 | 21 1.0 | 31 0.0\n",
        [](Entity& e, FakeDrawing&, const Fragment&) {
          ASSERT_TRUE(e.rare);
-         EXPECT_EQ(e.rare->linetypeScale, 2.0);
-         EXPECT_EQ(e.rare->trueColor, 0x123456);
+         EXPECT_EQ(std::tie(e.rare->linetypeScale, e.rare->trueColor, e.rare->transparency),
+                   std::make_tuple(2.0, 0x123456, 33554559));
          EXPECT_EQ(e.rare->colorName, L"RAL 1000");
-         EXPECT_EQ(e.rare->transparency, 33554559);
        }},
       // Written the way AutoCAD writes numbers, with defaults spelled out, a
       // material (347) and a shadow mode (284) this host does not model.
@@ -699,9 +708,34 @@ const std::vector<KindCase>& kindCases() {
                              "370     -1 | 48 1.0 | 60 0 | 390 F0 | 284     2\n"
                              "100 AcDbCircle | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.0\n"));
        }},
+      // The owner follows the reactors' handles. The dictionary removed, its
+      // group goes and the reactors stay.
+      {"extension dictionary and reactors, as ezdxf writes them",
+       "0 CIRCLE | 5 3C | 102 {ACAD_XDICTIONARY | 360 3D | 102 } | 102 {ACAD_REACTORS | 330 A0\n"
+       "330 B0 | 102 } | 330 17 | 100 AcDbEntity | 8 0\n"
+       "100 AcDbCircle | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.0\n",
+       [](Entity& e, FakeDrawing& d, const Fragment& f) {
+         const ReadEntity first = readEntity(f.tags, d);
+         EXPECT_EQ(first.xdictHandle, 0x3Du);
+         EXPECT_EQ(first.ownerHandle, 0x17u);
+         EXPECT_FALSE(first.paperSpace);
+         e.xdict = ObjectId();
+         EXPECT_EQ(
+             listing(written(e, d, &f)),
+             listingOf(
+                 "0 CIRCLE | 5 3C | 102 {ACAD_REACTORS | 330 A0 | 330 B0 | 102 } | 330 17\n"
+                 "100 AcDbEntity | 8 0 | 100 AcDbCircle | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.0\n"));
+       }},
       {"hyperlink as ezdxf writes it", std::string(kPlainPoint) + "1001 PE_URL | 1000 u1\n",
-       [](Entity& e, FakeDrawing&, const Fragment&) {
+       [](Entity& e, FakeDrawing& d, const Fragment& f) {
          expectOneLink(e, {L"u1", L"", L""});
+         // A new dictionary on an entity without one goes before the owner.
+         e.xdict = ObjectId(1001);
+         d.handles[1001] = 0x51;
+         EXPECT_EQ(listing(written(e, d, &f)),
+                   listingOf("0 POINT | 5 50 | 102 {ACAD_XDICTIONARY | 360 51 | 102 } | 330 17\n"
+                             "100 AcDbEntity | 8 0 | 100 AcDbPoint | 10 0.0 | 20 0.0 | 30 0.0\n"
+                             "1001 PE_URL | 1000 u1\n"));
        }},
       {"hyperlink with a description",
        std::string(kPlainPoint) + "1001 PE_URL | 1000 u2 | 1002 { | 1000 d2 | 1002 }\n",
@@ -817,58 +851,6 @@ TEST(EntityCodecTest, NewEntitiesAreWrittenWhole) {
   line->owner = d.block(L"*Model_Space");
   EXPECT_EQ(canonical(*line, d),
             listingOf("0 LINE | 5 A0 | 330 17 | 100 AcDbEntity | 8 0\n" + body));
-}
-
-// As old writers do: no markers, no owner, and the text's vertical alignment
-// among the other codes. Written back, it has them, and its owner.
-TEST(EntityCodecTest, EntitiesWithoutSubclassMarkersGetThem) {
-  FakeDrawing d;
-  const Fragment old(
-      "0 TEXT | 5 1A | 8 Walls | 62 2 | 10 1.0 | 20 2.0 | 39 5.0 | 40 2.5 | 1 hi\n"
-      "72 1 | 11 1.5 | 21 2.0 | 73 2 | 1001 ACME | 1000 x\n");
-  auto t = read(old, d);
-  EXPECT_EQ(t->layer, d.layer(L"Walls"));
-  EXPECT_EQ(t->color, 2);
-  EXPECT_EQ(as<TextEntity>(*t).data.alignmentPoint, (Point3d{1.5, 2, 0}));
-  EXPECT_EQ(as<TextEntity>(*t).data.verticalAlignment, 2);
-  EXPECT_EQ(listing(written(*t, d, &old)),
-            listingOf("0 TEXT | 5 1A | 330 17 | 100 AcDbEntity | 8 Walls | 62 2\n"
-                      "100 AcDbText | 10 1.0 | 20 2.0 | 30 0.0 | 40 2.5 | 1 hi | 72 1 | 11 1.5\n"
-                      "21 2.0 | 31 0.0 | 39 5.0 | 100 AcDbText | 73 2 | 1001 ACME | 1000 x\n"));
-}
-
-// ---- what all entities share ------------------------------------------------------------
-
-TEST(EntityCodecTest, ExtensionDictionaryAndReactors) {
-  FakeDrawing d;
-  const Fragment circle(  // as ezdxf writes it
-      "0 CIRCLE | 5 3C | 102 {ACAD_XDICTIONARY | 360 3D | 102 } | 102 {ACAD_REACTORS | 330 A0\n"
-      "330 B0 | 102 } | 330 17 | 100 AcDbEntity | 8 0\n"
-      "100 AcDbCircle | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.0\n");
-  const ReadEntity first = readEntity(circle.tags, d);
-  EXPECT_EQ(first.xdictHandle, 0x3Du);
-  EXPECT_EQ(first.ownerHandle, 0x17u);
-  EXPECT_FALSE(first.paperSpace);
-
-  auto e = read(circle, d);
-  e->xdict = ObjectId(1000);
-  d.handles[1000] = 0x3D;
-  EXPECT_EQ(listing(written(*e, d, &circle)), listing(circle.text));
-  // The dictionary removed: its group goes, the reactors stay.
-  e->xdict = ObjectId();
-  EXPECT_EQ(
-      listing(written(*e, d, &circle)),
-      listingOf("0 CIRCLE | 5 3C | 102 {ACAD_REACTORS | 330 A0 | 330 B0 | 102 } | 330 17\n"
-                "100 AcDbEntity | 8 0 | 100 AcDbCircle | 10 0.0 | 20 0.0 | 30 0.0 | 40 1.0\n"));
-
-  // A new dictionary on an entity without one goes before the owner.
-  const Fragment plain(kPlainPoint);
-  auto p = read(plain, d);
-  p->xdict = ObjectId(1001);
-  d.handles[1001] = 0x51;
-  EXPECT_EQ(listing(written(*p, d, &plain)),
-            listingOf("0 POINT | 5 50 | 102 {ACAD_XDICTIONARY | 360 51 | 102 } | 330 17\n"
-                      "100 AcDbEntity | 8 0 | 100 AcDbPoint | 10 0.0 | 20 0.0 | 30 0.0\n"));
 }
 
 // ---- text, errors ---------------------------------------------------------------------------

@@ -44,45 +44,39 @@ TEST(TagReaderTest, SplitsTheLinesIntoTags) {
   struct Case {
     const char* name;
     std::string data;
-    const char* tags;  // each as code[value]
+    const char* tags;  // each as line:code[value]
   };
   const Case cases[] = {
-      {"LF line ends", "  0\nSECTION\n  2\nHEADER\n", "0[SECTION]2[HEADER]"},
-      {"CRLF line ends", "  0\r\nLINE\r\n 10\r\n1.5\r\n", "0[LINE]10[1.5]"},
-      {"one carriage return stripped", "  1\r\na\r\r\n  1\nb\r\n", "1[a\r]1[b]"},
-      {"blanks around codes", "\t 8 \t\n0\n1000  \r\nx\n  -3\nneg\n", "8[0]1000[x]-3[neg]"},
+      {"LF line ends", "  0\nSECTION\n  2\nHEADER\n", "1:0[SECTION]3:2[HEADER]"},
+      {"CRLF line ends", "  0\r\nLINE\r\n 10\r\n1.5\r\n", "1:0[LINE]3:10[1.5]"},
+      {"one carriage return stripped", "  1\r\na\r\r\n  1\nb\r\n", "1:1[a\r]3:1[b]"},
+      {"blanks around codes", "\t 8 \t\n0\n1000  \r\nx\n  -3\nneg\n", "1:8[0]3:1000[x]5:-3[neg]"},
       {"blanks of values kept", "  1\n  both ends  \n  1\n\n  1\n \t\r\n",
-       "1[  both ends  ]1[]1[ \t]"},
-      {"no line end at the end", "  0\nEOF", "0[EOF]"},
-      {"a carriage return at the end", "  0\r\nEOF\r", "0[EOF]"},
-      {"blank lines at the end", "  0\nEOF\n\n\r\n  \n", "0[EOF]"},
-      {"padding at the end", std::string("  0\nEOF\n\x1a\0", 10), "0[EOF]"},
+       "1:1[  both ends  ]3:1[]5:1[ \t]"},
+      {"no line end at the end", "  0\nEOF", "1:0[EOF]"},
+      {"a carriage return at the end", "  0\r\nEOF\r", "1:0[EOF]"},
+      {"blank lines at the end", "  0\nEOF\n\n\r\n  \n", "1:0[EOF]"},
+      {"padding at the end", std::string("  0\nEOF\n\x1a\0", 10), "1:0[EOF]"},
       {"nothing", "", ""},
       {"blank lines only", "\n\n", ""},
-      {"a byte order mark", "\xEF\xBB\xBF  0\nEOF\n", "0[EOF]"},
-      {"the 16-bit range", "32767\nx\n-32768\ny\n", "32767[x]-32768[y]"},
+      {"a byte order mark", "\xEF\xBB\xBF  0\nEOF\n", "1:0[EOF]"},
+      {"the 16-bit range", "32767\nx\n-32768\ny\n", "1:32767[x]3:-32768[y]"},
   };
   for (const Case& c : cases) {
     std::string tags;
-    for (const Tag& t : readAll(c.data))
-      tags += std::to_string(t.code) + "[" + std::string(t.value) + "]";
+    for (const Tag& t : readAll(c.data)) {
+      tags +=
+          std::to_string(t.line) + ":" + std::to_string(t.code) + "[" + std::string(t.value) + "]";
+    }
     EXPECT_EQ(tags, c.tags) << c.name;
   }
-}
-
-TEST(TagReaderTest, TagsKnowTheirLinesAndOffsetsAndViewTheBuffer) {
+  // Offsets are those of the group-code lines, past a byte order mark; values view the data.
   const std::string data = "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1015\n";
   const std::vector<Tag> tags = readAll(data);
-  ASSERT_EQ(tags.size(), 4u);
-  EXPECT_EQ(tags[1].line, 3u);
-  EXPECT_EQ(tags[1].offset, 12u);
-  EXPECT_EQ(tags[3].line, 7u);
-  EXPECT_EQ(data.substr(tags[3].offset, 4), "  1\n");
-  EXPECT_EQ(tags[3].value.data(), data.data() + data.find("AC1015"));
-  EXPECT_EQ(readAll("  0\r\nLINE\r\n 10\r\n1.5\r\n")[1].line, 3u);
-  const std::vector<Tag> marked = readAll("\xEF\xBB\xBF  0\nEOF\n");
-  EXPECT_EQ(marked[0].offset, 3u);
-  EXPECT_EQ(marked[0].line, 1u);
+  EXPECT_EQ(tags.at(1).offset, 12u);
+  EXPECT_EQ(data.substr(tags.at(3).offset, 4), "  1\n");
+  EXPECT_EQ(tags.at(3).value.data(), data.data() + data.find("AC1015"));
+  EXPECT_EQ(readAll("\xEF\xBB\xBF  0\nEOF\n").at(0).offset, 3u);
 }
 
 TEST(TagReaderTest, MalformedDataIsRefusedWithItsLine) {
@@ -215,20 +209,39 @@ TEST(GroupCodesTest, HandleCodesAndTheLinksTheyMake) {
   }
 }
 
-TEST(GroupCodesTest, ParseDouble) {
-  EXPECT_EQ(parseDouble("1.5"), 1.5);
-  EXPECT_EQ(parseDouble("  -2.25  "), -2.25);
-  EXPECT_EQ(parseDouble("\t+3\t"), 3.0);
-  EXPECT_EQ(parseDouble("1e3"), 1000.0);
-  EXPECT_EQ(parseDouble("1.0E-2"), 0.01);
-  EXPECT_EQ(parseDouble(".5"), 0.5);
-  EXPECT_EQ(parseDouble("-.5"), -0.5);
-  EXPECT_EQ(parseDouble("5."), 5.0);
-  EXPECT_EQ(parseDouble("0.1"), 0.1);
-  EXPECT_EQ(parseDouble("123456789012345678901234567890"), 1.2345678901234568e29);
+// Numbers and handles have blanks around them and nothing else.
+TEST(GroupCodesTest, ParseNumbersAndHandles) {
+  const std::pair<const char*, double> reals[] = {
+      {"1.5", 1.5},     {"  -2.25  ", -2.25},
+      {"\t+3\t", 3.0},  {"1e3", 1000.0},
+      {"1.0E-2", 0.01}, {".5", 0.5},
+      {"-.5", -0.5},    {"5.", 5.0},
+      {"0.1", 0.1},     {"123456789012345678901234567890", 1.2345678901234568e29}};
+  for (const auto& [text, value] : reals) EXPECT_EQ(parseDouble(text), value) << text;
   for (const char* bad : {"", "  ", "abc", "1.5x", "1,5", "+-1", "--1", "+", "-", "1 2", "0x10",
                           "inf", "-inf", "nan", "1e999", "1.5\r", ". 5"}) {
     EXPECT_FALSE(parseDouble(bad)) << bad;
+  }
+  const std::pair<const char*, std::int64_t> integers[] = {
+      {"0", 0},
+      {"     1", 1},
+      {"-32768", -32768},
+      {"+42 ", 42},
+      {"9223372036854775807", std::numeric_limits<std::int64_t>::max()},
+      {"-9223372036854775808", std::numeric_limits<std::int64_t>::min()}};
+  for (const auto& [text, value] : integers) EXPECT_EQ(parseInt(text), value) << text;
+  for (const char* bad : {"", "x", "1.0", "1e3", "9223372036854775808", "+-1", "0x1F", "1 2"}) {
+    EXPECT_FALSE(parseInt(bad)) << bad;
+  }
+  const std::pair<const char*, std::uint64_t> handles[] = {
+      {"1F", 0x1F},
+      {"1f", 0x1F},
+      {" 0 ", 0},
+      {"00000000000000AB", 0xAB},
+      {"FFFFFFFFFFFFFFFF", std::numeric_limits<std::uint64_t>::max()}};
+  for (const auto& [text, value] : handles) EXPECT_EQ(parseHandle(text), value) << text;
+  for (const char* bad : {"", " ", "G", "0x1F", "-1", "+1", "1 F", "10000000000000000"}) {
+    EXPECT_FALSE(parseHandle(bad)) << bad;
   }
   // A locale with a decimal comma, where installed; the parse must not notice either way.
   const char* previous = std::setlocale(LC_NUMERIC, nullptr);
@@ -237,26 +250,6 @@ TEST(GroupCodesTest, ParseDouble) {
   EXPECT_EQ(parseDouble("2.5"), 2.5);
   EXPECT_FALSE(parseDouble("2,5"));
   std::setlocale(LC_NUMERIC, saved.c_str());
-}
-
-TEST(GroupCodesTest, ParseIntAndHandle) {
-  EXPECT_EQ(parseInt("0"), 0);
-  EXPECT_EQ(parseInt("     1"), 1);
-  EXPECT_EQ(parseInt("-32768"), -32768);
-  EXPECT_EQ(parseInt("+42 "), 42);
-  EXPECT_EQ(parseInt("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
-  EXPECT_EQ(parseInt("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
-  for (const char* bad : {"", "x", "1.0", "1e3", "9223372036854775808", "+-1", "0x1F", "1 2"}) {
-    EXPECT_FALSE(parseInt(bad)) << bad;
-  }
-  EXPECT_EQ(parseHandle("1F"), 0x1Fu);
-  EXPECT_EQ(parseHandle("1f"), 0x1Fu);
-  EXPECT_EQ(parseHandle(" 0 "), 0u);
-  EXPECT_EQ(parseHandle("FFFFFFFFFFFFFFFF"), std::numeric_limits<std::uint64_t>::max());
-  EXPECT_EQ(parseHandle("00000000000000AB"), 0xABu);
-  for (const char* bad : {"", " ", "G", "0x1F", "-1", "+1", "1 F", "10000000000000000"}) {
-    EXPECT_FALSE(parseHandle(bad)) << bad;
-  }
 }
 
 // ---- TagWriter ----
@@ -319,8 +312,7 @@ TEST(TagWriterTest, RealsAlwaysLookReal) {
       {1e15, "1e+15"},
       {std::numeric_limits<double>::infinity(), "inf"},
       {-std::numeric_limits<double>::infinity(), "-inf"},
-      {std::numeric_limits<double>::quiet_NaN(), "nan"},
-  };
+      {std::numeric_limits<double>::quiet_NaN(), "nan"}};
   for (const auto& [value, text] : cases) {
     std::string out;
     TagWriter(out).write(40, value);
