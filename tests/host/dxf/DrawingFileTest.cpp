@@ -284,8 +284,9 @@ std::string fixture(const char* name) {
   return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
 }
 
-// A file that ends too early names the line where the unended section began, and its last
-// line; one that ends after its last section, that last line.
+// Whatever is wrong, the refusal names a line: for a file that ends too early, the line where
+// the unended section began, and its last line; for one that ends after its last section, that
+// last line.
 TEST(DrawingFile, MalformedFilesAreRefusedWithALine) {
   const std::string good = newDrawingText();
   const auto upTo = [&](const std::string& bytes) {

@@ -58,8 +58,9 @@ std::vector<Tag> tagsOf(std::string_view text) {
 // One tag a line, for readable differences.
 std::string listing(std::string_view dxfText) {
   std::string out;
-  for (const Tag& t : tagsOf(dxfText))
+  for (const Tag& t : tagsOf(dxfText)) {
     out += std::to_string(t.code) + " " + std::string(t.value) + "\n";
+  }
   return out;
 }
 
@@ -886,6 +887,8 @@ TEST(EntityCodecTest, MalformedNumbersNameTheirLine) {
 // Debian's python with its ezdxf, not whichever python comes first on PATH.
 constexpr const char* kPython = "/usr/bin/python3";
 
+// New entities of each kind, written as this writer writes them, put into a
+// drawing that ezdxf makes and read back by it.
 TEST(EntityCodecTest, EzdxfReadsNewEntitiesWithTheirValues) {
   namespace fs = std::filesystem;
   if (!fs::exists(kPython) ||

