@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 
+#include "TestText.h"
 #include "host/db/PortDrawing.h"
 #include "host/db/PortObjectData.h"
 #include "host/dxf/DrawingReader.h"
@@ -277,11 +276,6 @@ TEST(DrawingFile, NewHandlesLieAboveEveryHandleInUse) {
     EXPECT_NE(refused.second.find(std::string("the handle ") + highest), std::string::npos)
         << refused.second;
   }
-}
-
-std::string fixture(const char* name) {
-  std::ifstream in(std::string(FIXTURES_DIR) + "/" + name, std::ios::binary);
-  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
 }
 
 // Whatever is wrong, the refusal names a line: for a file that ends too early, the line where

@@ -23,6 +23,7 @@
 #include "EntityCodec.h"
 #include "TagReader.h"
 #include "TagWriter.h"
+#include "TestText.h"
 #include "TextCodec.h"
 #include "host/dxf/ParseError.h"
 
@@ -46,13 +47,6 @@ std::string toDxf(std::string_view compact) {
                  space == npos ? std::string_view() : item.substr(space + 1));
   }
   return out;
-}
-
-std::vector<Tag> tagsOf(std::string_view text) {
-  TagReader reader(text);
-  std::vector<Tag> tags;
-  while (auto tag = reader.next()) tags.push_back(*tag);
-  return tags;
 }
 
 // One tag a line, for readable differences.

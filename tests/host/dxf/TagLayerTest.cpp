@@ -22,6 +22,7 @@
 #include "GroupCodes.h"
 #include "TagReader.h"
 #include "TagWriter.h"
+#include "TestText.h"
 #include "TextCodec.h"
 #include "host/dxf/AtomicFile.h"
 #include "host/dxf/ParseError.h"
@@ -30,13 +31,6 @@ namespace host::dxf {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<Tag> readAll(std::string_view data) {
-  TagReader reader(data);
-  std::vector<Tag> tags;
-  while (auto tag = reader.next()) tags.push_back(*tag);
-  return tags;
-}
 
 // ---- TagReader ----
 
@@ -64,7 +58,7 @@ TEST(TagReaderTest, SplitsTheLinesIntoTags) {
   };
   for (const Case& c : cases) {
     std::string tags;
-    for (const Tag& t : readAll(c.data)) {
+    for (const Tag& t : tagsOf(c.data)) {
       tags +=
           std::to_string(t.line) + ":" + std::to_string(t.code) + "[" + std::string(t.value) + "]";
     }
@@ -72,11 +66,11 @@ TEST(TagReaderTest, SplitsTheLinesIntoTags) {
   }
   // Offsets are those of the group-code lines, past a byte order mark; values view the data.
   const std::string data = "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1015\n";
-  const std::vector<Tag> tags = readAll(data);
+  const std::vector<Tag> tags = tagsOf(data);
   EXPECT_EQ(tags.at(1).offset, 12u);
   EXPECT_EQ(data.substr(tags.at(3).offset, 4), "  1\n");
   EXPECT_EQ(tags.at(3).value.data(), data.data() + data.find("AC1015"));
-  EXPECT_EQ(readAll("\xEF\xBB\xBF  0\nEOF\n").at(0).offset, 3u);
+  EXPECT_EQ(tagsOf("\xEF\xBB\xBF  0\nEOF\n").at(0).offset, 3u);
 }
 
 TEST(TagReaderTest, MalformedDataIsRefusedWithItsLine) {
@@ -109,7 +103,7 @@ TEST(TagReaderTest, MalformedDataIsRefusedWithItsLine) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.message);
     try {
-      readAll(c.data);
+      tagsOf(c.data);
       ADD_FAILURE() << "accepted";
     } catch (const ParseError& error) {
       EXPECT_EQ(error.line(), c.line);
@@ -172,11 +166,10 @@ bool fits(ValueType type, std::string_view value) {
 // Each code's type fits the values that real drawings, one of them written by another
 // program, carry under it.
 TEST(GroupCodesTest, ValueTypesFitTheValuesOfRealDrawings) {
-  for (const char* name : {"/full_r2018.dxf", "/od_r2000.dxf"}) {
-    std::ifstream in(std::string(FIXTURES_DIR) + name, std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(in)), {});
+  for (const char* name : {"full_r2018.dxf", "od_r2000.dxf"}) {
+    const std::string text = fixture(name);
     ASSERT_FALSE(text.empty()) << name;
-    for (const Tag& t : readAll(text)) {
+    for (const Tag& t : tagsOf(text)) {
       EXPECT_TRUE(isDefinedCode(t.code) && fits(valueType(t.code), t.value))
           << name << ":" << t.line << ": " << t.code << " " << t.value;
     }
@@ -319,7 +312,7 @@ TEST(TagWriterTest, RealsRoundTrip) {
                        -123.456, 6.02214076e23, 1e15 + 0.5}) {
     std::string out;
     TagWriter(out).write(10, value);
-    EXPECT_EQ(parseDouble(readAll(out).at(0).value), value) << out;
+    EXPECT_EQ(parseDouble(tagsOf(out).at(0).value), value) << out;
   }
 }
 
