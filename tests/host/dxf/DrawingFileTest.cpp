@@ -305,6 +305,20 @@ TEST(DrawingFile, MalformedFilesAreRefusedWithALine) {
   const std::string layerInVport = fixture("fuzz_layer_in_vport.dxf");
   const std::string sectionsTwice = fixture("fuzz_sections_twice.dxf");
   ASSERT_FALSE(layerInVport.empty() || sectionsTwice.empty());
+  // Found by fuzzing too: a part that stands twice, which the writer would
+  // write twice over, handles and all. The copy follows the original.
+  const auto twice = [&good](const std::string& from, const std::string& to) {
+    const std::size_t at = good.find(from);
+    const std::size_t end = good.find(to, at) + to.size();
+    std::string copy = good.substr(at, end - at);
+    if (const std::size_t handle = copy.find("  5\n20\n"); handle != std::string::npos) {
+      copy.replace(handle, 7, "  5\n7F\n");
+    }
+    const auto line = static_cast<std::size_t>(std::count(good.begin(), good.begin() + end, '\n'));
+    return std::make_pair(good.substr(0, end) + copy + good.substr(end), line + 1);
+  };
+  const auto tableTwice = twice("  0\nTABLE\n  2\nLAYER\n", "  0\nENDTAB\n");
+  const auto blockTwice = twice("  0\nBLOCK\n  5\n20\n", "100\nAcDbBlockEnd\n");
   // What the database cannot hold, in a drawing with Object Data.
   LoadedDrawing d = load(good);
   addObjectData(*d.db);
@@ -342,8 +356,11 @@ TEST(DrawingFile, MalformedFilesAreRefusedWithALine) {
        unended("ENTITIES", inEntities) + ", inside the entities"},
       {"a layer in the viewport table", layerInVport, lineOf(layerInVport, "  0\nEOF"),
        "the drawing ends here and has no layers"},
-      // The line of the second ENTITIES section's name.
-      {"a section twice", sectionsTwice, 727, "a second ENTITIES section"},
+      // Its tables section already holds the UCS table twice.
+      {"sections twice", sectionsTwice, 509, "a second UCS table begins here"},
+      {"a table twice", tableTwice.first, tableTwice.second, "a second LAYER table begins here"},
+      {"a block twice", blockTwice.first, blockTwice.second,
+       "a second definition of the block of '*Model_Space' begins here"},
       {"two columns of a name", replaced(data, "  2\nLENGTH\n 70\n", "  2\nNAME\n 70\n"),
        lineOf(data, "  2\nLENGTH\n 70\n"), "two columns named 'NAME'"},
       {"a handle twice", replaced(data, lineB, lineA), lineOf(data, lineB),
