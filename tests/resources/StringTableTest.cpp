@@ -20,8 +20,8 @@ std::wstring conversions(const std::wstring& format) {
   for (std::size_t i = 0; i < format.size(); ++i) {
     if (format[i] != L'%') continue;
     std::size_t j = i + 1;
-    while (j < format.size() && std::wstring(L"-+ 0#.0123456789lhI").find(format[j]) !=
-                                    std::wstring::npos) {
+    while (j < format.size() &&
+           std::wstring(L"-+ 0#.0123456789lhI").find(format[j]) != std::wstring::npos) {
       ++j;
     }
     if (j >= format.size()) return kinds + L'?';

@@ -270,7 +270,6 @@ HatchPaths readHatchPaths(std::string_view source) {
   return result;
 }
 
-
 // --- Solids and regions: the SAT text of groups 1 and 3 ---------------------
 
 // Files write a literal caret as "^ " and control characters as a caret and a
@@ -366,8 +365,12 @@ HatchPaths DxfKeptText::hatchPaths(std::string_view source) const {
   return readHatchPaths(source);
 }
 
-std::string DxfKeptText::acisText(std::string_view source) const { return readAcisText(source); }
+std::string DxfKeptText::acisText(std::string_view source) const {
+  return readAcisText(source);
+}
 
-TextPoints DxfKeptText::points(std::string_view source) const { return readTextPoints(source); }
+TextPoints DxfKeptText::points(std::string_view source) const {
+  return readTextPoints(source);
+}
 
 }  // namespace host::dxf

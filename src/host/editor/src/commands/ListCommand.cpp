@@ -51,15 +51,24 @@ class Lister {
       case EntityKind::Point:
         line(L"at point: " + point(static_cast<const PointEntity&>(e).position));
         return;
-      case EntityKind::Line: return lineEntity(static_cast<const LineEntity&>(e));
-      case EntityKind::Circle: return circle(static_cast<const CircleEntity&>(e));
-      case EntityKind::Arc: return arc(static_cast<const ArcEntity&>(e));
-      case EntityKind::Ellipse: return ellipse(static_cast<const EllipseEntity&>(e));
-      case EntityKind::LwPolyline: return lwPolyline(static_cast<const LwPolylineEntity&>(e));
-      case EntityKind::Polyline2d: return polyline2d(static_cast<const Polyline2dEntity&>(e));
-      case EntityKind::Polyline3d: return polyline3d(static_cast<const Polyline3dEntity&>(e));
-      case EntityKind::Spline: return spline(static_cast<const SplineEntity&>(e));
-      case EntityKind::Text: return text(static_cast<const TextEntity&>(e).data);
+      case EntityKind::Line:
+        return lineEntity(static_cast<const LineEntity&>(e));
+      case EntityKind::Circle:
+        return circle(static_cast<const CircleEntity&>(e));
+      case EntityKind::Arc:
+        return arc(static_cast<const ArcEntity&>(e));
+      case EntityKind::Ellipse:
+        return ellipse(static_cast<const EllipseEntity&>(e));
+      case EntityKind::LwPolyline:
+        return lwPolyline(static_cast<const LwPolylineEntity&>(e));
+      case EntityKind::Polyline2d:
+        return polyline2d(static_cast<const Polyline2dEntity&>(e));
+      case EntityKind::Polyline3d:
+        return polyline3d(static_cast<const Polyline3dEntity&>(e));
+      case EntityKind::Spline:
+        return spline(static_cast<const SplineEntity&>(e));
+      case EntityKind::Text:
+        return text(static_cast<const TextEntity&>(e).data);
       case EntityKind::BlockReference:
         return reference(static_cast<const BlockReferenceEntity&>(e));
       case EntityKind::AttributeDefinition:
@@ -87,9 +96,9 @@ class Lister {
   void lineEntity(const LineEntity& l) {
     line(L"from point: " + point(l.start));
     line(L"to point: " + point(l.end));
-    line(L"length: " + real(std::sqrt(std::pow(l.end.x - l.start.x, 2) +
-                                      std::pow(l.end.y - l.start.y, 2) +
-                                      std::pow(l.end.z - l.start.z, 2))));
+    line(L"length: " +
+         real(std::sqrt(std::pow(l.end.x - l.start.x, 2) + std::pow(l.end.y - l.start.y, 2) +
+                        std::pow(l.end.z - l.start.z, 2))));
   }
 
   void circle(const CircleEntity& c) {
