@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -289,6 +290,107 @@ TEST(PromptUiTest, MessageBoxesAskForTheirButtons) {
   Script script("x\no\n");
   EXPECT_EQ(script.ui.messageBox(L"Done.", L"", platform::kMbOk), kIdOk);
   EXPECT_EQ(script.out.str(), "Done.\n[OK] <OK>: x\nInvalid option keyword.\n[OK] <OK>: o\n");
+}
+
+// A grid kept in vectors: rows of cells, the columns after the first
+// editable, a value "bad" refused as the grid model would refuse it.
+class VectorGrid : public platform::GridView {
+ public:
+  VectorGrid(std::vector<std::wstring> headings, std::vector<std::vector<std::wstring>> rows,
+             bool editable, bool multi)
+      : rows_(std::move(rows)),
+        selected_(rows_.size(), false),
+        headings_(std::move(headings)),
+        editable_(editable),
+        multi_(multi) {}
+  int columnCount() const override { return static_cast<int>(headings_.size()); }
+  std::wstring columnHeading(int column) const override { return headings_[column]; }
+  bool isColumnVisible(int) const override { return true; }
+  int rowCount() const override { return static_cast<int>(rows_.size()); }
+  std::wstring cellText(int row, int column) const override { return rows_[row][column]; }
+  bool isCellEditable(int, int column) const override { return editable_ && column > 0; }
+  bool commitCellEdit(int row, int column, const std::wstring& text) override {
+    if (text == L"bad") return false;
+    rows_[row][column] = text;
+    return true;
+  }
+  bool isMultiSelect() const override { return multi_; }
+  bool isRowSelected(int row) const override { return selected_[row]; }
+  void setRowSelected(int row, bool on) override {
+    if (on && !multi_) selected_.assign(selected_.size(), false);
+    selected_[row] = on;
+  }
+  std::vector<std::vector<std::wstring>> rows_;
+  std::vector<bool> selected_;
+
+ private:
+  std::vector<std::wstring> headings_;
+  bool editable_;
+  bool multi_;
+};
+
+// Choosing tables in one grid fills the other with their fields.
+class GridDialog : public platform::DialogModel {
+ public:
+  GridDialog(bool multi, std::ostream& log)
+      : DialogModel(L"Find"),
+        tables_({L""}, {{L"Roads"}, {L"Parcels"}}, false, multi),
+        values_({L"Field", L"Value"}, {}, true, true),
+        log_(log) {
+    addControl(DialogControl::gridOf(kTables, L"Tables", tables_));
+    addControl(DialogControl::gridOf(kValue, L"Values", values_));
+    addControl(DialogControl::button(kIdOk, L"OK", true));
+    addControl(DialogControl::button(kIdCancel, L"Cancel", true));
+  }
+  void onChange(int id) override {
+    log_ << "(change " << id << ")\n";
+    if (id != kTables) return;
+    values_.rows_.clear();
+    if (tables_.isRowSelected(0)) values_.rows_.push_back({L"ID", L"*"});
+    if (tables_.isRowSelected(1)) values_.rows_.push_back({L"AREA", L"*"});
+  }
+  VectorGrid tables_;
+  VectorGrid values_;
+
+ private:
+  std::ostream& log_;
+};
+
+TEST(PromptUiTest, GridsAreChosenFromAsListsOrFilledCellByCell) {
+  const struct {
+    const char* name;
+    bool multi;
+    const char* answers;
+    int button;
+    const char* transcript;
+    const char* values;
+  } cases[] = {
+      {"chosen rows refill the dependent grid before it is asked", true,
+       "Roads,Parcels\n>5\n\n\n", kIdOk,
+       "Tables [Roads/Parcels] <->: Roads,Parcels\n(change 10)\n"
+       "Value of ID <*>: >5\nValue of AREA <*>: \n(change 13)\n"
+       "Action [OK/Cancel] <OK>: \n",
+       "ID=>5 AREA=* "},
+      {"a single-selection grid keeps one row; a refused text keeps the cell", false,
+       "Parcels\nbad\n\n", kIdOk,
+       "Tables [Roads/Parcels]: Parcels\n(change 10)\n"
+       "Value of AREA <*>: bad\nValue of AREA keeps <*>.\nAction [OK/Cancel] <OK>: \n",
+       "AREA=* "},
+      {"\"\" empties a cell and Esc cancels", true, "Roads\n\"\"\n*Cancel*\n", kIdCancel,
+       "Tables [Roads/Parcels] <->: Roads\n(change 10)\nValue of ID <*>: \"\"\n(change 13)\n"
+       "Action [OK/Cancel] <OK>: *Cancel*\n",
+       "ID= "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Script script(c.answers);
+    GridDialog dialog(c.multi, script.out);
+    EXPECT_EQ(script.ui.runModal(dialog), c.button);
+    EXPECT_EQ(script.out.str(), c.transcript);
+    std::wstring values;
+    for (const auto& row : dialog.values_.rows_) values += row[0] + L"=" + row[1] + L" ";
+    EXPECT_EQ(values, std::wstring(c.values, c.values + std::strlen(c.values)));
+  }
 }
 
 }  // namespace

@@ -33,8 +33,33 @@ bool isAsked(const DialogControl& control) {
     case ControlKind::CheckBox:
     case ControlKind::Edit:
       return true;
+    case ControlKind::Grid:
+      return control.grid != nullptr && control.grid->rowCount() > 0;
   }
   return false;
+}
+
+// Whether a grid is filled in cell by cell: some visible column takes text.
+// Otherwise its rows are what the user chooses, as from a list.
+bool hasEditableColumn(const platform::GridView& grid) {
+  for (int column = 0; column < grid.columnCount(); ++column) {
+    if (!grid.isColumnVisible(column)) continue;
+    for (int row = 0; row < grid.rowCount(); ++row) {
+      if (grid.isCellEditable(row, column)) return true;
+    }
+  }
+  return false;
+}
+
+// What names a row at a prompt: the text of its first visible column that
+// takes no typing, else its number.
+std::wstring rowKey(const platform::GridView& grid, int row) {
+  for (int column = 0; column < grid.columnCount(); ++column) {
+    if (grid.isColumnVisible(column) && !grid.isCellEditable(row, column)) {
+      return grid.cellText(row, column);
+    }
+  }
+  return std::to_wstring(row + 1);
 }
 
 // The chosen item of a combo box or single-select list, -1 for none.
@@ -94,6 +119,8 @@ class ControlAsker {
         return control.multiSelect ? askMultiSelect(control) : askChoice(control);
       case ControlKind::Edit:
         return askEdit(control);
+      case ControlKind::Grid:
+        return hasEditableColumn(*control.grid) ? askGridCells(control) : askGridRows(control);
       case ControlKind::Button:
         break;
     }
@@ -161,6 +188,53 @@ class ControlAsker {
     if (text == control.text) return Outcome::Kept;
     control.text = text;
     return Outcome::Changed;
+  }
+
+  // A grid of rows to choose is asked as a list of its rows' keys.
+  Outcome askGridRows(DialogControl& control) {
+    platform::GridView& grid = *control.grid;
+    DialogControl list = DialogControl::listBox(control.id, control.name, grid.isMultiSelect(),
+                                                false);
+    list.label = control.label;
+    for (int row = 0; row < grid.rowCount(); ++row) {
+      list.items.push_back(rowKey(grid, row));
+      list.selected.push_back(grid.isRowSelected(row));
+    }
+    const Outcome outcome = list.multiSelect ? askMultiSelect(list) : askChoice(list);
+    if (outcome != Outcome::Changed) return outcome;
+    // Clearing first, so that a single-selection grid ends with the chosen row.
+    for (int row = 0; row < grid.rowCount(); ++row) {
+      if (!list.selected[static_cast<std::size_t>(row)]) grid.setRowSelected(row, false);
+    }
+    for (int row = 0; row < grid.rowCount(); ++row) {
+      if (list.selected[static_cast<std::size_t>(row)]) grid.setRowSelected(row, true);
+    }
+    return outcome;
+  }
+
+  // A grid that takes text is asked one prompt per editable cell, row by row:
+  // "<column> of <row key> <current>: ". Enter keeps the text; "" empties it.
+  Outcome askGridCells(DialogControl& control) {
+    platform::GridView& grid = *control.grid;
+    bool changed = false;
+    for (int row = 0; row < grid.rowCount(); ++row) {
+      for (int column = 0; column < grid.columnCount(); ++column) {
+        if (!grid.isColumnVisible(column) || !grid.isCellEditable(row, column)) continue;
+        const std::wstring current = grid.cellText(row, column);
+        const std::wstring where = grid.columnHeading(column) + L" of " + rowKey(grid, row);
+        const platform::StringReply reply = prompter_.ask(where + L" <" + current + L">: ");
+        if (reply.status == PromptStatus::Cancel) return Outcome::Cancelled;
+        if (reply.status == PromptStatus::None) continue;
+        const std::wstring text = trimBlanks(reply.text) == L"\"\"" ? std::wstring() : reply.text;
+        if (text == current) continue;
+        if (grid.commitCellEdit(row, column, text)) {
+          changed = true;
+        } else {
+          prompter_.print(where + L" keeps <" + grid.cellText(row, column) + L">.\n");
+        }
+      }
+    }
+    return changed ? Outcome::Changed : Outcome::Kept;
   }
 
   // "*" for all, "-" for none, else item names separated by commas.

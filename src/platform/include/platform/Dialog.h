@@ -6,13 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "platform/GridView.h"
+
 namespace platform {
 
 // Ids of the buttons that close a dialog by convention.
 inline constexpr int kIdOk = 1;
 inline constexpr int kIdCancel = 2;
 
-enum class ControlKind { ListBox, CheckBox, ComboBox, Edit, Button };
+enum class ControlKind { ListBox, CheckBox, ComboBox, Edit, Button, Grid };
 
 struct DialogControl {
   int id = 0;
@@ -38,6 +40,8 @@ struct DialogControl {
   // Button.
   bool closes = false;
   bool isDefault = false;
+  // Grid: the model behind it, the dialog's own; the control only points to it.
+  GridView* grid = nullptr;
 
   static DialogControl button(int id, std::wstring label, bool closes, bool isDefault = false) {
     DialogControl c;
@@ -46,6 +50,14 @@ struct DialogControl {
     c.label = std::move(label);
     c.closes = closes;
     c.isDefault = isDefault;
+    return c;
+  }
+  static DialogControl gridOf(int id, std::wstring name, GridView& view) {
+    DialogControl c;
+    c.id = id;
+    c.kind = ControlKind::Grid;
+    c.name = std::move(name);
+    c.grid = &view;
     return c;
   }
   static DialogControl listBox(int id, std::wstring name, bool multiSelect, bool sorted) {

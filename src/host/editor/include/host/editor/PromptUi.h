@@ -14,7 +14,9 @@ namespace host {
 //                                                   comma separated, * all, - none
 //   Simultaneous [Yes/No] <No>: Y                   check box
 //   Field X [<none>/ID/NAME] <<none>>: ID           combo box, single-select list
-//   Value of NAME <abc>: xyz                        edit ("" empties it)
+//   Value of NAME <abc>: xyz                        edit ("" empties it); also a grid's
+//                                                   editable cell: <column> of <row key>
+//   Tables [Roads/Parcels] <Roads>: Parcels         a grid of rows to choose, as a list
 //   Action [Attach/Detach/Cancel] <Attach>:         the buttons that close it
 //
 // Disabled, invisible and empty controls are skipped, and so are buttons that
