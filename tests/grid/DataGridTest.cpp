@@ -166,6 +166,26 @@ TEST(DataGridTest, AnEditEndsByItsKey) {
   }
 }
 
+// A holder may refill the grid and open the next edit while hearing of the
+// last one's end; the ending editor outlives its own notification.
+TEST(DataGridTest, AHolderMayEditAgainWhileAnEditEnds) {
+  struct Refill : Log {
+    bool OnEndLabelEdit(DataGrid& grid, int, int, const EditResult& r) override {
+      if (!r.text) return true;
+      grid.DeleteAllItems();
+      grid.InsertItem(0, L"again");
+      grid.EditCell(0, 1);
+      return false;  // the row is gone: nothing to store
+    }
+  } refill;
+  Fixture<> f({L"Field", L"Value"}, {{L"ID", L"1"}});
+  f.grid.SetListener(&refill);
+  EXPECT_FALSE(f.grid.commitCellEdit(0, 1, L"2"));
+  ASSERT_NE(f.grid.GetEditor(), nullptr);
+  EXPECT_EQ(f.grid.GetEditor()->GetText(), L"");
+  EXPECT_EQ(f.column(0) + f.column(1), L"again  ");
+}
+
 TEST(DataGridTest, EditorsOfTheOtherTraits) {
   Fixture<> f({L"Field"}, {{L"a"}, {L"b"}});
   auto combo = std::make_unique<ColumnTraitCombo>();

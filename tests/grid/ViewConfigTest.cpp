@@ -200,7 +200,7 @@ TEST_F(ConfigFolder, SettingsOutliveTheSession) {
 
 TEST_F(ConfigFolder, ACorruptFileIsKeptAsideAndTheDefaultsHold) {
   const fs::path file = home / "zarvel" / "views.conf";
-  const std::string corrupt = "[Cols]\nColumnCount=1\nColumnData_0\n";
+  const std::string corrupt = "[Cols]\n \t\nColumnCount=1\nColumnData_0\n";
   write(file, corrupt);
   write(file.string() + ".corrupt", "older");
   Columns c;
@@ -209,7 +209,7 @@ TEST_F(ConfigFolder, ACorruptFileIsKeptAsideAndTheDefaultsHold) {
   EXPECT_EQ(c.shown(), L"A50 B50 C50 D50 ");
   ASSERT_EQ(warnings.size(), 1u);
   EXPECT_EQ(warnings[0], file.wstring() +
-                             L":3: no '=' between a name and its value; the file is "
+                             L":4: no '=' between a name and its value; the file is "
                              L"kept as " +
                              file.wstring() +
                              L".corrupt.1 and the grid columns start from their defaults.");

@@ -399,7 +399,7 @@ void DataGrid::SelectOnly(int row) {
 
 void DataGrid::SetFocusCell(int column, bool redraw) {
   focusCell_ = ValidColumn(column) ? column : -1;
-  if (redraw && listener_ && focusRow_ >= 0) listener_->OnEnsureVisible(*this, focusRow_, -1);
+  if (redraw && listener_ && focusRow_ >= 0) listener_->OnRedrawRow(*this, focusRow_);
 }
 
 void DataGrid::MoveFocusCell(bool right) {

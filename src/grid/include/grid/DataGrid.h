@@ -50,6 +50,7 @@ class DataGrid : public platform::GridView {
   void SetSingleSelect(bool single);
   void SetCheckBoxes(bool on) { style_.checkBoxes = on; }
   void SetGridLines(bool on) { style_.gridLines = on; }
+  void SetColumnHeader(bool on) { style_.columnHeader = on; }
   // Switches between stored items and a virtual list; the rows go.
   void SetOwnerData(bool on);
   bool IsOwnerData() const { return style_.ownerData; }
