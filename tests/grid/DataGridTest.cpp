@@ -213,6 +213,39 @@ TEST(DataGridTest, EditorsOfTheOtherTraits) {
   f.grid.OnLButtonDown(0, 4, CellPart::Image);  // flips at once
   EXPECT_EQ(f.grid.GetCellImage(0, 4), 1);
   EXPECT_EQ(f.column(1) + f.column(2) + f.column(3), L"No  one\ntwo  29.02.2024  ");
+  f.grid.SetItemText(1, 3, L"31.12.2023");
+  ASSERT_TRUE(f.grid.SortColumn(3, true));  // by time, not by text
+  EXPECT_EQ(f.column(0), L"b a ");
+}
+
+TEST(DataGridTest, CellLookLayersRowColumnAndHooks) {
+  Fixture<EditorGrid> f({L"#", L"Value", L"Other"}, {{L"1", L"a", L"x"}, {L"2", L"b", L"y"}});
+  auto rows = std::make_unique<RowTraitText>();
+  rows->SetRowColor(rgbColor(0, 0, 0), rgbColor(255, 255, 255));
+  rows->SetAltRowColor(kNoColor, rgbColor(240, 240, 255));
+  f.grid.SetRowTrait(std::move(rows));
+  dynamic_cast<ColumnTraitText&>(f.grid.GetColumnTrait(2)).SetTextColor(rgbColor(255, 0, 0));
+  f.grid.OnLButtonDown(1, 1, CellPart::Label);
+  const struct {
+    int row;
+    int column;
+    Color text;
+    Color back;
+    bool highlighted;
+    bool focused;
+  } cases[] = {
+      {0, 1, rgbColor(0, 0, 0), rgbColor(255, 255, 255), false, false},
+      {1, 0, rgbColor(0, 0, 0), rgbColor(0xF0, 0xF0, 0xF0), true, false},  // the editor's hook
+      {1, 1, rgbColor(0, 0, 0), rgbColor(240, 240, 255), false, true},  // the focus cell stands out
+      {1, 2, rgbColor(255, 0, 0), rgbColor(240, 240, 255), true, false},
+  };
+  for (const auto& c : cases) {
+    const CellLook look = f.grid.GetCellLook(c.row, c.column);
+    EXPECT_EQ(look.textColor, c.text) << c.row << "," << c.column;
+    EXPECT_EQ(look.backColor, c.back) << c.row << "," << c.column;
+    EXPECT_EQ(look.highlighted, c.highlighted) << c.row << "," << c.column;
+    EXPECT_EQ(look.focused, c.focused) << c.row << "," << c.column;
+  }
 }
 
 TEST(DataGridTest, KeyboardSearchFindsTheNextRowByItsStart) {
@@ -325,8 +358,6 @@ TEST(DataGridTest, HeaderMenuPicksColumns) {
   EXPECT_TRUE(editor.grid.OnHeaderContextMenu(1).entries.empty());
   EXPECT_TRUE(editor.grid.OnHeaderContextMenu(0).entries.empty());
   EXPECT_EQ(editor.log.events, L"header menu 1;");
-  EXPECT_NE(editor.grid.GetCellLook(0, 0).backColor, kNoColor);
-  EXPECT_EQ(editor.grid.GetCellLook(0, 1).backColor, kNoColor);
 }
 
 TEST(DataGridTest, AnEmptyGridShowsItsText) {
