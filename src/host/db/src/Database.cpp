@@ -313,6 +313,8 @@ void Database::rollBackTo(const UndoJournal::Mark& mark) {
   handleSeed_ = mark.nextHandle;
   handleIndex_.clear();
   bumpOdGeneration();
+  // What was worked out from the changes just taken back is stale too.
+  ++generation_;
 }
 
 }  // namespace host

@@ -1,0 +1,42 @@
+// The extents of the drawing's entities, kept between questions: a selection
+// at a point asks for those of all of model space at every pick. They are kept
+// beside the drawing, one box per id, and dropped whole whenever the drawing's
+// change count moves, which every change, undo, redo, roll-back and load does.
+#include "host/geometry/Extents.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace host::geometry {
+namespace {
+
+class ExtentsCache : public Database::Derived {
+ public:
+  std::uint64_t generation = ~std::uint64_t{0};
+  std::vector<platform::Extents> boxes;  // by id, from the first
+  std::vector<bool> known;
+};
+
+}  // namespace
+
+platform::Extents cachedExtentsOf(const Database& db, ObjectId id) {
+  const Entity* e = db.openEntity(id);
+  if (e == nullptr) return {};
+  ExtentsCache& cache = db.derived<ExtentsCache>();
+  if (cache.generation != db.generation()) {
+    cache.known.assign(cache.known.size(), false);
+    cache.generation = db.generation();
+  }
+  const std::size_t slot = id.value() - 1;
+  if (slot >= cache.known.size()) {
+    cache.known.resize(db.idCount(), false);
+    cache.boxes.resize(db.idCount());
+  }
+  if (!cache.known[slot]) {
+    cache.boxes[slot] = extentsOf(db, *e);
+    cache.known[slot] = true;
+  }
+  return cache.boxes[slot];
+}
+
+}  // namespace host::geometry
