@@ -3,6 +3,7 @@
 #include "host/editor/SessionEditor.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "host/db/PortDrawing.h"
 #include "host/editor/AnswerParsing.h"
@@ -36,8 +37,14 @@ platform::SelectionReply SessionEditor::selectObjects() {
 }
 
 void SessionEditor::setPickFirst(const std::vector<ObjectId>& ids) {
-  changePickFirst(ids);
-  if (!ids.empty()) session_.document().previous = ids;
+  // A selection set holds each entity once, at its first place.
+  std::vector<ObjectId> set;
+  std::unordered_set<ObjectId> seen;
+  for (ObjectId id : ids) {
+    if (seen.insert(id).second) set.push_back(id);
+  }
+  if (!set.empty()) session_.document().previous = set;
+  changePickFirst(std::move(set));
   pickFirstSetByCommand_ = true;
 }
 
@@ -77,7 +84,9 @@ platform::EntityReply SessionEditor::getEntity(const std::wstring& prompt) {
 }
 
 platform::PointReply SessionEditor::getPoint(const std::wstring& prompt) {
-  Answer<platform::Point3d> answer = session_.prompter().getPoint(prompt);
+  // A caller that gives no words of its own gets the host's.
+  Answer<platform::Point3d> answer =
+      session_.prompter().getPoint(prompt.empty() ? L"Specify point: " : prompt);
   return {answer.status, answer.value};
 }
 
