@@ -5,6 +5,7 @@
 #include "oddata/CommandFrame.h"
 #include "records/DetachCommands.h"
 #include "search/PresenceSearch.h"
+#include "search/SpecificSearch.h"
 
 namespace zarvel {
 namespace {
@@ -29,7 +30,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_HAS_DUPLICATE_OD", kFlags, commandHasDuplicateOd},
       {L"ZARVEL_HAS_OD", kFlags, commandHasOd},
       {L"ZARVEL_HAS_MULTIPLE_OD", kFlags, commandHasMultipleOd},
-      {L"ZARVEL_HAS_SPECIFIC_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_HAS_SPECIFIC_OD", kFlags, commandHasSpecificOd},
       {L"ZARVEL_REMOVE_DUPLICATE_OD", kFlags, commandRemoveDuplicateOd},
       {L"ZARVEL_HAS_NO_OD", kFlags, commandHasNoOd},
       {L"ZARVEL_HAS_SPECIFIC_VALUES", kFlags, commandNotAvailable},
@@ -52,7 +53,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_23DPOLY", kFlags, commandNotAvailable},
       {L"ZARVEL_RMUNUSED", kFlags, commandNotAvailable},
       {L"ZARVEL_STAT", kFlags, commandNotAvailable},
-      {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
       {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
       {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},
