@@ -4,6 +4,7 @@
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
 #include "records/DetachCommands.h"
+#include "search/PointSelection.h"
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
 
@@ -23,7 +24,7 @@ constexpr int kFlags = platform::CommandFlags::kTransparent |
 
 const std::vector<CommandEntry>& commandTable() {
   static const std::vector<CommandEntry> table = {
-      {L"ZARVEL_PSEL", kFlags, commandNotAvailable},
+      {L"ZARVEL_PSEL", kFlags, commandPsel},
       {L"ZARVEL_CTL", kFlags, commandNotAvailable},
       // Modal on purpose: it must not run inside another command.
       {L"ZARVEL_LOAD_DEFINITION", platform::CommandFlags::kModal, commandNotAvailable},
