@@ -3,7 +3,6 @@
 #include "host/editor/SessionEditor.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "host/db/PortDrawing.h"
 #include "host/editor/AnswerParsing.h"
@@ -37,11 +36,16 @@ platform::SelectionReply SessionEditor::selectObjects() {
 }
 
 void SessionEditor::setPickFirst(const std::vector<ObjectId>& ids) {
-  // A selection set holds each entity once, at its first place.
+  // A selection set holds each entity once, at its first place, and nothing
+  // that is no object of the drawing. Searches set a million at a time, so
+  // what was seen is marked by id, not hashed.
+  std::vector<bool> seen(session_.db().idCount() + 1, false);
   std::vector<ObjectId> set;
-  std::unordered_set<ObjectId> seen;
+  set.reserve(ids.size());
   for (ObjectId id : ids) {
-    if (seen.insert(id).second) set.push_back(id);
+    if (id.isNull() || id.value() >= seen.size() || seen[id.value()]) continue;
+    seen[id.value()] = true;
+    set.push_back(id);
   }
   if (!set.empty()) session_.document().previous = set;
   changePickFirst(std::move(set));

@@ -20,22 +20,23 @@ class ExtentsCache : public Database::Derived {
 }  // namespace
 
 platform::Extents cachedExtentsOf(const Database& db, ObjectId id) {
-  const Entity* e = db.openEntity(id);
-  if (e == nullptr) return {};
   ExtentsCache& cache = db.derived<ExtentsCache>();
   if (cache.generation != db.generation()) {
     cache.known.assign(cache.known.size(), false);
     cache.generation = db.generation();
   }
+  // Whether an entity opens changes only with the generation too, so a known
+  // box (empty for one that does not open) is answered without opening it.
   const std::size_t slot = id.value() - 1;
+  if (slot < cache.known.size() && cache.known[slot]) return cache.boxes[slot];
+  if (id.isNull() || id.value() > db.idCount()) return {};
   if (slot >= cache.known.size()) {
     cache.known.resize(db.idCount(), false);
     cache.boxes.resize(db.idCount());
   }
-  if (!cache.known[slot]) {
-    cache.boxes[slot] = extentsOf(db, *e);
-    cache.known[slot] = true;
-  }
+  const Entity* e = db.openEntity(id);
+  cache.boxes[slot] = e != nullptr ? extentsOf(db, *e) : platform::Extents();
+  cache.known[slot] = true;
   return cache.boxes[slot];
 }
 
