@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <limits>
 #include <optional>
+#include <unordered_map>
 
 #include "oddata/Port.h"
 #include "oddata/Precision.h"
@@ -64,8 +65,11 @@ std::vector<EntityBox> modelSpaceBoxes() {
   return boxes;
 }
 
-bool crosses(ObjectId neighbour, ObjectId candidate) {
-  return !port().geometry().intersectWith(neighbour, candidate).empty();
+// Entities whose boxes are apart cannot meet, so only overlapping boxes are
+// asked for intersections.
+bool crosses(const EntityBox& neighbour, const EntityBox& candidate) {
+  return boxesOverlap(neighbour.extents, candidate.extents) &&
+         !port().geometry().intersectWith(neighbour.id, candidate.id).empty();
 }
 
 // A neighbour that does not cross a closed boundary lies within it when its
@@ -80,21 +84,23 @@ bool liesWithin(const EntityBox& neighbour, const PointList& boundary, const Poi
   return pointInPolygon(probe, boundary, outside);
 }
 
-// Takes from the neighbours of all candidates what meets this candidate.
+// Takes from the neighbours of all candidates what meets this candidate. The
+// list holds an entity once per candidate it is near, and the answer for one
+// entity is the same each time, so each is worked out once.
 void takeMeeting(const EntityBox& candidate, const std::vector<EntityBox>& boxes,
                  const std::vector<std::size_t>& neighbours, std::vector<ObjectId>& taken) {
-  if (!isClosedCurve(candidate.id, luprecTolerance())) {
-    for (std::size_t n : neighbours) {
-      if (crosses(boxes[n].id, candidate.id)) taken.push_back(boxes[n].id);
-    }
-    return;
-  }
-  const PointList boundary = entityVertices2d(candidate.id);
+  const bool closed = isClosedCurve(candidate.id, luprecTolerance());
+  PointList boundary;
+  if (closed) boundary = entityVertices2d(candidate.id);
   const Point2d outside = outsidePoint(boundary);
+  std::unordered_map<std::size_t, bool> meets;
   for (std::size_t n : neighbours) {
-    if (crosses(boxes[n].id, candidate.id) || liesWithin(boxes[n], boundary, outside)) {
-      taken.push_back(boxes[n].id);
+    auto [answer, isNew] = meets.try_emplace(n, false);
+    if (isNew) {
+      answer->second =
+          crosses(boxes[n], candidate) || (closed && liesWithin(boxes[n], boundary, outside));
     }
+    if (answer->second) taken.push_back(boxes[n].id);
   }
 }
 
