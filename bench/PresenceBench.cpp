@@ -1,15 +1,20 @@
-// Presence searches and the detach of all records over a drawing of a million
-// entities with one to three records each, run through our host's command
-// line with the module loaded, as a user would run them.
+// The searches and the detach of all records over a drawing of a million
+// entities with one to three records each, and selections at a point in a
+// drawing of a hundred thousand entities of mixed kinds, run through our
+// host's command line with the module loaded, as a user would run them.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <functional>
+#include <random>
 #include <sstream>
 
+#include "MixedEntities.h"
+
+#include "frame/CzarvelApp.h"
 #include "host/editor/Console.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
-#include "frame/CzarvelApp.h"
 
 namespace {
 
@@ -24,7 +29,7 @@ class NullBuffer : public std::streambuf {
   std::streamsize xsputn(const char*, std::streamsize n) override { return n; }
 };
 
-// A session with the module loaded and a drawing of kEntities entities.
+// A session with the module loaded and a drawing that a builder fills.
 struct Fixture {
   NullBuffer nullBuffer;
   std::ostream out{&nullBuffer};
@@ -33,7 +38,8 @@ struct Fixture {
   host::Session session{console};
   double bytesPerEntity = 0;
 
-  Fixture() {
+  // The builder returns the number of entities it made.
+  explicit Fixture(const std::function<int(host::Database&)>& build) {
     host::registerHostCommands(session);
     platform::AppPacket packet{&session.host(), nullptr};
     zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
@@ -43,34 +49,10 @@ struct Fixture {
       return info.uordblks + info.hblkhd;
     };
     const std::size_t before = inUse();
-    build();
-    bytesPerEntity = static_cast<double>(inUse() - before) / kEntities;
+    const int entities = build(session.db());
+    bytesPerEntity = static_cast<double>(inUse() - before) / entities;
   }
   ~Fixture() { zarvel::entryPoint(platform::AppMsg::kUnloadApp, nullptr); }
-
-  void build() {
-    host::Database& db = session.db();
-    platform::OdTableDef roads;
-    roads.columns = {{L"ID", OdType::Integer, L"", OdValue(0)},
-                     {L"NAME", OdType::Character, L"", OdValue(L"")},
-                     {L"LENGTH", OdType::Real, L"", OdValue(0.0)}};
-    platform::OdTableDef parcels;
-    parcels.columns = {{L"ID", OdType::Integer, L"", OdValue(0)},
-                       {L"AREA", OdType::Real, L"", OdValue(0.0)}};
-    const std::uint32_t roadsIndex = db.odTable(db.createOdTable(L"Roads", roads))->index;
-    const std::uint32_t parcelsIndex = db.odTable(db.createOdTable(L"Parcels", parcels))->index;
-    for (int i = 0; i < kEntities; ++i) {
-      auto line = std::make_unique<host::LineEntity>();
-      line->start = {i * 1.0, 0.0, 0.0};
-      line->end = {i * 1.0 + 1.0, 1.0, 0.0};
-      const platform::ObjectId id = db.addEntity(std::move(line), db.modelSpace());
-      host::OdRecordList& od = *db.modifyOdRecords(id);
-      const std::wstring name = L"Road " + std::to_wstring(i % 1000);
-      od.append(roadsIndex, {OdValue(i), OdValue(name), OdValue(i * 0.5)});
-      if (i % 3 >= 1) od.append(parcelsIndex, {OdValue(i), OdValue(i * 2.0)});
-      if (i % 3 == 2) od.append(roadsIndex, {OdValue(i + 1), OdValue(name), OdValue(1.0)});
-    }
-  }
 
   // Runs a command with its answers; Enter at "Select objects: " takes all
   // of model space.
@@ -82,21 +64,102 @@ struct Fixture {
   }
 };
 
+// One to three records of two tables on each line.
+int buildRecords(host::Database& db) {
+  platform::OdTableDef roads;
+  roads.columns = {{L"ID", OdType::Integer, L"", OdValue(0)},
+                   {L"NAME", OdType::Character, L"", OdValue(L"")},
+                   {L"LENGTH", OdType::Real, L"", OdValue(0.0)}};
+  platform::OdTableDef parcels;
+  parcels.columns = {{L"ID", OdType::Integer, L"", OdValue(0)},
+                     {L"AREA", OdType::Real, L"", OdValue(0.0)}};
+  const std::uint32_t roadsIndex = db.odTable(db.createOdTable(L"Roads", roads))->index;
+  const std::uint32_t parcelsIndex = db.odTable(db.createOdTable(L"Parcels", parcels))->index;
+  for (int i = 0; i < kEntities; ++i) {
+    auto line = std::make_unique<host::LineEntity>();
+    line->start = {i * 1.0, 0.0, 0.0};
+    line->end = {i * 1.0 + 1.0, 1.0, 0.0};
+    const platform::ObjectId id = db.addEntity(std::move(line), db.modelSpace());
+    host::OdRecordList& od = *db.modifyOdRecords(id);
+    const std::wstring name = L"Road " + std::to_wstring(i % 1000);
+    od.append(roadsIndex, {OdValue(i), OdValue(name), OdValue(i * 0.5)});
+    if (i % 3 >= 1) od.append(parcelsIndex, {OdValue(i), OdValue(i * 2.0)});
+    if (i % 3 == 2) od.append(roadsIndex, {OdValue(i + 1), OdValue(name), OdValue(1.0)});
+  }
+  return kEntities;
+}
+
 Fixture& fixture() {
-  static Fixture f;
+  static Fixture f(buildRecords);
   return f;
 }
 
-void searchBenchmark(benchmark::State& state, const wchar_t* command) {
+void searchBenchmark(benchmark::State& state, const wchar_t* command, const char* answers = "\n") {
   Fixture& f = fixture();
-  for (auto _ : state) f.run(command, "\n");
+  for (auto _ : state) f.run(command, answers);
   state.SetItemsProcessed(state.iterations() * kEntities);
   state.counters["bytes_per_entity"] = f.bytesPerEntity;
 }
 
-void BM_HasOd(benchmark::State& state) { searchBenchmark(state, L"ZARVEL_HAS_OD"); }
+void BM_HasOd(benchmark::State& state) {
+  searchBenchmark(state, L"ZARVEL_HAS_OD");
+}
 void BM_HasDuplicateOd(benchmark::State& state) {
   searchBenchmark(state, L"ZARVEL_HAS_DUPLICATE_OD");
+}
+
+// Both tables at once: every line with two records passes the count first
+// and is walked; the others are passed over on their count alone.
+void BM_HasSpecificOd(benchmark::State& state) {
+  searchBenchmark(state, L"ZARVEL_HAS_SPECIFIC_OD", "Roads,Parcels\nYes\n\n\n");
+}
+void BM_HasNoSpecificOd(benchmark::State& state) {
+  searchBenchmark(state, L"ZARVEL_HAS_NO_SPECIFIC_OD", "Parcels\nNo\n\n\n");
+}
+
+constexpr int kMixedEntities = 100000;
+// The mixed drawing's square: some picks hit nothing, most a few entities.
+constexpr double kMixedSide = 2000.0;
+
+Fixture& mixedFixture() {
+  static Fixture f([](host::Database& db) {
+    std::mt19937 random(5);
+    zarvel_bench::fill(db, kMixedEntities, random, kMixedSide);
+    return kMixedEntities;
+  });
+  return f;
+}
+
+// Picks at points spread over the drawing, each pick at the next point.
+void pselBenchmark(benchmark::State& state, bool afterChange) {
+  Fixture& f = mixedFixture();
+  std::mt19937 random(3);
+  std::uniform_real_distribution<double> at(0.0, kMixedSide);
+  std::vector<std::string> picks;
+  for (int i = 0; i < 256; ++i)
+    picks.push_back(std::to_string(at(random)) + "," + std::to_string(at(random)) + "\n");
+  std::size_t next = 0;
+  std::size_t selected = 0;
+  for (auto _ : state) {
+    if (afterChange) {
+      // Any change makes the host work every box out again.
+      state.PauseTiming();
+      f.session.db().modifyHeader();
+      state.ResumeTiming();
+    }
+    f.run(L"ZARVEL_PSEL", picks[next++ % picks.size()].c_str());
+    selected += f.session.document().pickFirst.size();
+  }
+  state.SetItemsProcessed(state.iterations());
+  state.counters["selected_per_pick"] =
+      static_cast<double>(selected) / static_cast<double>(state.iterations());
+}
+
+void BM_PselKeptExtents(benchmark::State& state) {
+  pselBenchmark(state, false);
+}
+void BM_PselAfterAChange(benchmark::State& state) {
+  pselBenchmark(state, true);
 }
 
 void BM_RmAll(benchmark::State& state) {
@@ -112,6 +175,10 @@ void BM_RmAll(benchmark::State& state) {
 
 BENCHMARK(BM_HasOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_HasDuplicateOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_HasSpecificOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_HasNoSpecificOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_PselKeptExtents)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_PselAfterAChange)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_RmAll)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace

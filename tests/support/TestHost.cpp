@@ -87,6 +87,19 @@ platform::SelectionReply TestHost::selectObjects() {
   return takeFront(selections, {platform::PromptStatus::None, {}});
 }
 
+void TestHost::setPickFirst(const std::vector<ObjectId>& ids) {
+  pickFirst.clear();
+  for (ObjectId id : ids) {
+    const bool seen = std::find(pickFirst.begin(), pickFirst.end(), id) != pickFirst.end();
+    if (!seen) pickFirst.push_back(id);
+  }
+}
+
+PointReply TestHost::getPoint(const std::wstring& prompt) {
+  prompts.push_back(prompt);
+  return takeFront(points, {platform::PromptStatus::Cancel, {}});
+}
+
 platform::StringReply TestHost::getString(const std::wstring& prompt, bool) {
   prompts.push_back(prompt);
   return takeFront(strings, {platform::PromptStatus::Cancel, {}});

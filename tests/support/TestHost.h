@@ -36,6 +36,7 @@ class TestHost : public platform::Host,
   std::vector<ObjectId> pickFirst;
   std::deque<platform::SelectionReply> selections;  // what selectObjects returns
   std::deque<platform::StringReply> strings;        // what getString returns
+  std::deque<PointReply> points;                    // what getPoint returns
   std::deque<int> messageBoxAnswers;
   // Fills in a dialog and returns the button that closes it.
   std::function<int(platform::DialogModel&)> dialogAnswer;
@@ -88,11 +89,12 @@ class TestHost : public platform::Host,
   // --- platform::Editor ----------------------------------------------------
   std::vector<ObjectId> impliedSelection() override { return pickFirst; }
   platform::SelectionReply selectObjects() override;
-  void setPickFirst(const std::vector<ObjectId>& ids) override { pickFirst = ids; }
+  // As a selection set, each id once.
+  void setPickFirst(const std::vector<ObjectId>& ids) override;
   platform::StringReply getString(const std::wstring& prompt, bool allowSpaces) override;
-  // No test answers an entity, point or integer prompt: each is cancelled.
+  // No test answers an entity or integer prompt: each is cancelled.
   EntityReply getEntity(const std::wstring& prompt) override { return refuse<EntityReply>(prompt); }
-  PointReply getPoint(const std::wstring& prompt) override { return refuse<PointReply>(prompt); }
+  PointReply getPoint(const std::wstring& prompt) override;
   IntReply getInt(const std::wstring& prompt) override { return refuse<IntReply>(prompt); }
   void print(const std::wstring& text) override { printed += text; }
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;

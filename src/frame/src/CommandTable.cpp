@@ -4,7 +4,9 @@
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
 #include "records/DetachCommands.h"
+#include "search/PointSelection.h"
 #include "search/PresenceSearch.h"
+#include "search/SpecificSearch.h"
 
 namespace zarvel {
 namespace {
@@ -22,14 +24,14 @@ constexpr int kFlags = platform::CommandFlags::kTransparent |
 
 const std::vector<CommandEntry>& commandTable() {
   static const std::vector<CommandEntry> table = {
-      {L"ZARVEL_PSEL", kFlags, commandNotAvailable},
+      {L"ZARVEL_PSEL", kFlags, commandPsel},
       {L"ZARVEL_CTL", kFlags, commandNotAvailable},
       // Modal on purpose: it must not run inside another command.
       {L"ZARVEL_LOAD_DEFINITION", platform::CommandFlags::kModal, commandNotAvailable},
       {L"ZARVEL_HAS_DUPLICATE_OD", kFlags, commandHasDuplicateOd},
       {L"ZARVEL_HAS_OD", kFlags, commandHasOd},
       {L"ZARVEL_HAS_MULTIPLE_OD", kFlags, commandHasMultipleOd},
-      {L"ZARVEL_HAS_SPECIFIC_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_HAS_SPECIFIC_OD", kFlags, commandHasSpecificOd},
       {L"ZARVEL_REMOVE_DUPLICATE_OD", kFlags, commandRemoveDuplicateOd},
       {L"ZARVEL_HAS_NO_OD", kFlags, commandHasNoOd},
       {L"ZARVEL_HAS_SPECIFIC_VALUES", kFlags, commandNotAvailable},
@@ -52,7 +54,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_23DPOLY", kFlags, commandNotAvailable},
       {L"ZARVEL_RMUNUSED", kFlags, commandNotAvailable},
       {L"ZARVEL_STAT", kFlags, commandNotAvailable},
-      {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
       {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
       {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},

@@ -219,8 +219,7 @@ std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
   if (!entities.empty()) {
     gather(entities);
   } else {
-    std::vector<ObjectId> ids = modelSpaceEntities();
-    dropUnavailableEntities(ids);
+    const std::vector<ObjectId> ids = availableModelSpaceEntities(kTableListWalkLimit);
     if (ids.size() > kTableListWalkLimit) {
       std::vector<std::wstring> all = port().project().tableNames(platform::kAllTableKinds);
       std::vector<std::wstring> result;

@@ -35,15 +35,43 @@ std::vector<ObjectId> modelSpaceEntities() {
   return ids;
 }
 
-void dropUnavailableEntities(std::vector<ObjectId>& ids) {
-  platform::Drawing& drawing = port().drawing();
+namespace {
+
+// The layers whose entities a command may touch: neither frozen, hidden,
+// locked nor off.
+std::set<ObjectId> usableLayerIds(const platform::Drawing& drawing) {
   std::set<ObjectId> usable;
   for (const platform::LayerInfo& layer : drawing.layers()) {
     if (!layer.frozen && !layer.hidden && !layer.locked && !layer.off) usable.insert(layer.id);
   }
+  return usable;
+}
+
+// An entity that won't open has no layer, and so none that is usable.
+bool isUsable(const platform::Drawing& drawing, const std::set<ObjectId>& usable, ObjectId id) {
+  const std::optional<ObjectId> layer = drawing.entityLayerId(id);
+  return layer && usable.count(*layer) > 0;
+}
+
+}  // namespace
+
+std::vector<ObjectId> availableModelSpaceEntities(std::size_t atMost) {
+  platform::Drawing& drawing = port().drawing();
+  const std::set<ObjectId> usable = usableLayerIds(drawing);
+  std::vector<ObjectId> ids;
+  for (ObjectId id : drawing.blockEntityIds(drawing.modelSpaceId())) {
+    if (!isUsable(drawing, usable, id)) continue;
+    ids.push_back(id);
+    if (ids.size() > atMost) break;
+  }
+  return ids;
+}
+
+void dropUnavailableEntities(std::vector<ObjectId>& ids) {
+  platform::Drawing& drawing = port().drawing();
+  const std::set<ObjectId> usable = usableLayerIds(drawing);
   for (std::size_t i = 0; i < ids.size();) {
-    const std::optional<ObjectId> layer = drawing.entityLayerId(ids[i]);
-    if (!layer || usable.count(*layer) == 0) {
+    if (!isUsable(drawing, usable, ids[i])) {
       swapEraseId(ids, i);
     } else {
       ++i;

@@ -121,6 +121,8 @@ TEST_F(DatabaseTest, SpacesKeepTheirOwnEntitiesInOrder) {
   const ObjectId a = addPoint();
   const ObjectId p = addPoint(db.paperSpace());
   const ObjectId b = addPoint();
+  // Asked before the erase too: what was answered then is not answered again.
+  EXPECT_EQ(db.blockEntities(db.modelSpace()), (std::vector<ObjectId>{a, b}));
   db.eraseEntity(a);
   EXPECT_EQ(db.blockEntities(db.modelSpace()), (std::vector<ObjectId>{b}));
   EXPECT_EQ(db.blockEntities(db.paperSpace()), (std::vector<ObjectId>{p}));

@@ -49,6 +49,7 @@ TEST_F(UndoTest, CreatedObjectsVanishAndComeBack) {
   EXPECT_TRUE(db.findOdTable(L"NEW").isNull());
   db.redoSteps(1);
   EXPECT_NE(db.entity(line), nullptr);
+  EXPECT_EQ(db.blockEntities(db.modelSpace()), (std::vector<ObjectId>{entity, line, fresh}));
   EXPECT_EQ(db.odRecords(fresh)->count(), 1);
   EXPECT_FALSE(db.findOdTable(L"NEW").isNull());
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "GeometryChecks.h"
+#include "host/db/UndoStep.h"
 #include "host/geometry/PortGeometry.h"
 
 namespace host {
@@ -82,6 +83,27 @@ TEST_F(PortGeometryTest, TextsAndReferencesTellTheirPlaceAndWords) {
   db.setOpenFailure(t, true);
   EXPECT_EQ(geometry.entityClass(t), EntityClass::Unknown);
   EXPECT_FALSE(geometry.extents(t).has_value());
+}
+
+TEST_F(PortGeometryTest, KeptExtentsFollowChangesUndoRedoAndRollBack) {
+  const ObjectId id = add(line({0, 0, 0}, {1, 1, 0}));
+  auto top = [&] { return geometry.extents(id)->max; };
+  EXPECT_EQ(top(), (Point3d{1, 1, 0}));
+  {
+    UndoStep step(db, L"MOVE");
+    db.modify<LineEntity>(id)->end = {2, 2, 0};
+  }
+  EXPECT_EQ(top(), (Point3d{2, 2, 0}));
+  ASSERT_EQ(db.undoSteps(1).size(), 1u);
+  EXPECT_EQ(top(), (Point3d{1, 1, 0}));
+  ASSERT_EQ(db.redoSteps(1).size(), 1u);
+  EXPECT_EQ(top(), (Point3d{2, 2, 0}));
+  // A failed command's changes, asked about before they are taken back.
+  UndoStep step(db, L"FAILS");
+  db.modify<LineEntity>(id)->end = {3, 3, 0};
+  EXPECT_EQ(top(), (Point3d{3, 3, 0}));
+  step.rollBack();
+  EXPECT_EQ(top(), (Point3d{2, 2, 0}));
 }
 
 }  // namespace

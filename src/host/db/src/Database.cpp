@@ -145,9 +145,12 @@ std::vector<ObjectId> Database::layerIds() const {
 }
 
 ObjectId Database::findLayer(const std::wstring& name) const {
+  // Asked once per entity by some searches, so the layers are not copied out.
   ObjectId folded;
-  for (ObjectId id : layerIds()) {
-    const std::wstring& n = get<Layer>(id)->name;
+  for (ObjectId id : layerIds_) {
+    const Layer* l = get<Layer>(id);
+    if (l == nullptr || l->erased) continue;
+    const std::wstring& n = l->name;
     if (n == name) return id;
     if (folded.isNull() && platform::equalsIgnoreCase(n, name)) folded = id;
   }
@@ -180,6 +183,15 @@ ObjectId Database::findBlock(const std::wstring& name) const {
 }
 
 std::vector<ObjectId> Database::blockEntities(ObjectId block) const {
+  // Every search walks model space, often twice in a command; the list is
+  // kept until the drawing changes rather than read off every entity again.
+  if (keptContentsGeneration_ != generation_) {
+    keptContents_.clear();
+    keptContentsGeneration_ = generation_;
+  }
+  if (auto kept = keptContents_.find(block.value()); kept != keptContents_.end()) {
+    return kept->second;
+  }
   std::vector<ObjectId> ids;
   auto it = blockContents_.find(block.value());
   if (it == blockContents_.end()) return ids;
@@ -189,6 +201,7 @@ std::vector<ObjectId> Database::blockEntities(ObjectId block) const {
     const Entity* e = entity(id);
     if (e != nullptr && e->owner == block) ids.push_back(id);
   }
+  keptContents_.emplace(block.value(), ids);
   return ids;
 }
 
@@ -313,6 +326,8 @@ void Database::rollBackTo(const UndoJournal::Mark& mark) {
   handleSeed_ = mark.nextHandle;
   handleIndex_.clear();
   bumpOdGeneration();
+  // What was worked out from the changes just taken back is stale too.
+  ++generation_;
 }
 
 }  // namespace host

@@ -1,6 +1,8 @@
 // The port's drawing queries, answered from our database.
 #include "host/db/PortDrawing.h"
 
+#include <cstdint>
+
 namespace host {
 
 std::wstring handleToText(Handle handle) {
@@ -18,16 +20,52 @@ platform::LayerInfo layerInfo(const Database& db, ObjectId id) {
   return platform::LayerInfo{id, l->name, l->frozen, l->locked, l->off, l->hidden};
 }
 
+namespace {
+
+// Whether each entity opens and its layer, kept until the drawing changes:
+// a command asks both of every entity of model space, one question after the
+// other, and a search after it asks again. Answered from here, the entities
+// themselves, spread over the heap, are not read again each time.
+class EntityFacts : public Database::Derived {
+ public:
+  std::uint64_t generation = ~std::uint64_t{0};
+  std::vector<std::uint8_t> state;  // by id, from the first: 0 not asked, 1 opens, 2 does not
+  std::vector<ObjectId> layer;
+};
+
+std::optional<ObjectId> keptLayerOf(const Database& db, ObjectId entity) {
+  if (entity.isNull() || entity.value() > db.idCount()) return std::nullopt;
+  EntityFacts& facts = db.derived<EntityFacts>();
+  if (facts.generation != db.generation()) {
+    facts.state.assign(facts.state.size(), 0);
+    facts.generation = db.generation();
+  }
+  const std::size_t slot = entity.value() - 1;
+  if (slot >= facts.state.size()) {
+    facts.state.resize(db.idCount(), 0);
+    facts.layer.resize(db.idCount());
+  }
+  if (facts.state[slot] == 0) {
+    const Entity* e = db.openEntity(entity);
+    facts.state[slot] = e != nullptr ? 1 : 2;
+    if (e != nullptr) facts.layer[slot] = e->layer;
+  }
+  if (facts.state[slot] != 1) return std::nullopt;
+  return facts.layer[slot];
+}
+
+}  // namespace
+
+bool DbDrawing::canOpen(ObjectId entity) const { return keptLayerOf(db_, entity).has_value(); }
+
 std::optional<ObjectId> DbDrawing::entityLayerId(ObjectId entity) const {
-  const Entity* e = db_.openEntity(entity);
-  if (e == nullptr) return std::nullopt;
-  return e->layer;
+  return keptLayerOf(db_, entity);
 }
 
 std::optional<std::wstring> DbDrawing::entityLayerName(ObjectId entity) const {
-  const Entity* e = db_.openEntity(entity);
-  if (e == nullptr) return std::nullopt;
-  const Layer* l = db_.get<Layer>(e->layer);
+  const std::optional<ObjectId> layer = keptLayerOf(db_, entity);
+  if (!layer) return std::nullopt;
+  const Layer* l = db_.get<Layer>(*layer);
   return l != nullptr ? l->name : std::wstring();
 }
 

@@ -23,7 +23,7 @@ std::vector<ObjectId> selectableEntities(const Database& db) {
 // less than a small absolute distance.
 double pickTolerance(const Database& db) {
   platform::Extents all;
-  for (ObjectId id : selectableEntities(db)) all.add(geometry::extentsOf(db, *db.entity(id)));
+  for (ObjectId id : selectableEntities(db)) all.add(geometry::cachedExtentsOf(db, id));
   if (all.isEmpty()) return 1e-6;
   const double size = std::hypot(all.max.x - all.min.x, all.max.y - all.min.y);
   return std::max(1e-6, size * 1e-3);

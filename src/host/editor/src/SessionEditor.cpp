@@ -36,8 +36,19 @@ platform::SelectionReply SessionEditor::selectObjects() {
 }
 
 void SessionEditor::setPickFirst(const std::vector<ObjectId>& ids) {
-  changePickFirst(ids);
-  if (!ids.empty()) session_.document().previous = ids;
+  // A selection set holds each entity once, at its first place, and nothing
+  // that is no object of the drawing. Searches set a million at a time, so
+  // what was seen is marked by id, not hashed.
+  std::vector<bool> seen(session_.db().idCount() + 1, false);
+  std::vector<ObjectId> set;
+  set.reserve(ids.size());
+  for (ObjectId id : ids) {
+    if (id.isNull() || id.value() >= seen.size() || seen[id.value()]) continue;
+    seen[id.value()] = true;
+    set.push_back(id);
+  }
+  if (!set.empty()) session_.document().previous = set;
+  changePickFirst(std::move(set));
   pickFirstSetByCommand_ = true;
 }
 
@@ -77,7 +88,9 @@ platform::EntityReply SessionEditor::getEntity(const std::wstring& prompt) {
 }
 
 platform::PointReply SessionEditor::getPoint(const std::wstring& prompt) {
-  Answer<platform::Point3d> answer = session_.prompter().getPoint(prompt);
+  // A caller that gives no words of its own gets the host's.
+  Answer<platform::Point3d> answer =
+      session_.prompter().getPoint(prompt.empty() ? L"Specify point: " : prompt);
   return {answer.status, answer.value};
 }
 

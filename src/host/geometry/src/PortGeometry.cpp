@@ -33,9 +33,13 @@ EntityClass DbEntityGeometry::entityClass(ObjectId id) const {
 }
 
 std::optional<platform::Extents> DbEntityGeometry::extents(ObjectId id) const {
-  const Entity* e = find(id);
-  if (e == nullptr) return std::nullopt;
-  const platform::Extents box = geometry::extentsOf(db_, *e);
+  platform::Extents box;
+  if (auto made = made_.find(id.value()); made != made_.end()) {
+    box = geometry::extentsOf(db_, *made->second);
+  } else {
+    // Asked of every entity at each pick of a selection at a point.
+    box = geometry::cachedExtentsOf(db_, id);
+  }
   if (box.isEmpty()) return std::nullopt;
   return box;
 }

@@ -25,6 +25,10 @@ std::vector<ObjectId> modelSpaceEntities();
 // Drops entities that won't open or lie on a frozen, hidden, locked or off
 // layer. Removes by swapping the last id in, so the order is not kept.
 void dropUnavailableEntities(std::vector<ObjectId>& ids);
+// The entities of model space that dropUnavailableEntities keeps, in block
+// order, but no more than one past atMost: enough to tell whether there are
+// more, without walking a large drawing to its end.
+std::vector<ObjectId> availableModelSpaceEntities(std::size_t atMost);
 // True unless the entity's layer is hidden, frozen or off; locked passes.
 bool isOnVisibleLayer(ObjectId id);
 void setPickFirst(const std::vector<ObjectId>& ids);

@@ -70,12 +70,14 @@ class Editor {
   // Asks for objects with the host's own prompt. An empty answer is a normal
   // reply with no ids; Esc is PromptStatus::Cancel.
   virtual SelectionReply selectObjects() = 0;
-  // Replaces the pick-first set; an empty vector clears it.
+  // Replaces the pick-first set; an empty vector clears it. A set holds an id
+  // given twice once, at its first place.
   virtual void setPickFirst(const std::vector<ObjectId>& ids) = 0;
 
   // Enter gives PromptStatus::Normal with an empty text.
   virtual StringReply getString(const std::wstring& prompt, bool allowSpaces) = 0;
   virtual EntityReply getEntity(const std::wstring& prompt) = 0;
+  // An empty prompt asks in the host's own words.
   virtual PointReply getPoint(const std::wstring& prompt) = 0;
   virtual IntReply getInt(const std::wstring& prompt) = 0;
 

@@ -1,7 +1,16 @@
 // Plain geometric value types shared by the module and its hosts.
 #pragma once
 
+#include <cmath>
+
 namespace platform {
+
+// How close two points or directions must be to count as equal, by default.
+struct Tolerance {
+  double equalVector = 1e-12;
+  double equalPoint = 1e-10;
+};
+inline constexpr Tolerance kGlobalTolerance{};
 
 struct Point3d {
   double x = 0.0;
@@ -12,6 +21,17 @@ struct Point3d {
     return a.x == b.x && a.y == b.y && a.z == b.z;
   }
   friend bool operator!=(const Point3d& a, const Point3d& b) { return !(a == b); }
+};
+
+// A point of the XY plane, for what looks at a drawing from above.
+struct Point2d {
+  double x = 0.0;
+  double y = 0.0;
+
+  double distanceTo(const Point2d& other) const { return std::hypot(x - other.x, y - other.y); }
+  bool isEqualTo(const Point2d& other, const Tolerance& tol = kGlobalTolerance) const {
+    return distanceTo(other) <= tol.equalPoint;
+  }
 };
 
 // An axis-aligned box. An empty box has min above max.

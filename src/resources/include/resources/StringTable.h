@@ -117,7 +117,9 @@ struct Message {
   X(kDlgTablesLabel, 1001, (), L"Tables") \
   X(kDlgOk, 1002, (), L"OK") \
   X(kDlgCancel, 1003, (), L"Cancel") \
-  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")
+  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing") \
+  X(kDlgObjectDataTitle, 1005, (), L"ObjectData") \
+  X(kDlgSimultaneous, 1006, (), L"Simultaneous")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \

@@ -221,6 +221,9 @@ class Database {
   std::vector<ObjectId> layerIds_;
   std::vector<ObjectId> blockIds_;
   std::unordered_map<std::uint64_t, std::vector<ObjectId>> blockContents_;
+  // What blockEntities last answered per block, good while the generation stands.
+  mutable std::unordered_map<std::uint64_t, std::vector<ObjectId>> keptContents_;
+  mutable std::uint64_t keptContentsGeneration_ = ~std::uint64_t{0};
   std::vector<ObjectId> odTableIds_;
   std::unordered_set<ObjectId> openFailures_;
   std::uint64_t odGeneration_ = 0;

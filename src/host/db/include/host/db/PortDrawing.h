@@ -16,7 +16,7 @@ class DbDrawing : public platform::Drawing {
   std::vector<ObjectId> blockEntityIds(ObjectId block) const override {
     return db_.blockEntities(block);
   }
-  bool canOpen(ObjectId entity) const override { return db_.openEntity(entity) != nullptr; }
+  bool canOpen(ObjectId entity) const override;
   std::optional<ObjectId> entityLayerId(ObjectId entity) const override;
   std::optional<std::wstring> entityLayerName(ObjectId entity) const override;
   std::wstring handleText(ObjectId object) const override;

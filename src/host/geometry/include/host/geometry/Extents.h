@@ -10,6 +10,9 @@
 namespace host::geometry {
 
 platform::Extents extentsOf(const Database& db, const Entity& entity);
+// The same for an entity of the drawing, by id, kept until the drawing next
+// changes; empty for one that does not open.
+platform::Extents cachedExtentsOf(const Database& db, ObjectId id);
 
 // The font model of texts: each character is as wide as 0.6 times the height
 // times the width factor, the box runs from the baseline up by the height, and
