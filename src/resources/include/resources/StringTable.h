@@ -117,7 +117,13 @@ struct Message {
   X(kDlgTablesLabel, 1001, (), L"Tables") \
   X(kDlgOk, 1002, (), L"OK") \
   X(kDlgCancel, 1003, (), L"Cancel") \
-  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")
+  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing") \
+  X(kDlgFindSpecificValuesTitle, 1020, (), L"Find entities with specific OD values") \
+  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)") \
+  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD") \
+  X(kDlgAttach, 1023, (), L"Attach") \
+  X(kDlgDetach, 1024, (), L"Detach") \
+  X(kDlgProgressLabel, 1025, (), L"ZARVEL")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \
