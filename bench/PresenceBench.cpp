@@ -1,6 +1,6 @@
-// Presence searches and the detach of all records over a drawing of a million
-// entities with one to three records each, run through our host's command
-// line with the module loaded, as a user would run them.
+// Presence and value searches and the detach of all records over a drawing of
+// a million entities with one to three records each, run through our host's
+// command line with the module loaded, as a user would run them.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -99,6 +99,23 @@ void BM_HasDuplicateOd(benchmark::State& state) {
   searchBenchmark(state, L"ZARVEL_HAS_DUPLICATE_OD");
 }
 
+// The value search's dialog answered: the table, a condition per field of it
+// (ID, NAME, LENGTH; Enter keeps "*"), the extended box, OK, and Enter at
+// "Select objects: " for all of model space.
+void valueSearchBenchmark(benchmark::State& state, const char* conditions) {
+  Fixture& f = fixture();
+  const std::string answers = std::string("Roads\n") + conditions + "\n\n\n";
+  for (auto _ : state) f.run(L"ZARVEL_HAS_SPECIFIC_VALUES", answers.c_str());
+  state.SetItemsProcessed(state.iterations() * kEntities);
+}
+
+void BM_HasSpecificValuesEqual(benchmark::State& state) {
+  valueSearchBenchmark(state, "500000\n\n\n");
+}
+void BM_HasSpecificValuesPattern(benchmark::State& state) {
+  valueSearchBenchmark(state, "\nroad 1*\n\n");
+}
+
 void BM_RmAll(benchmark::State& state) {
   Fixture& f = fixture();
   for (auto _ : state) {
@@ -112,6 +129,8 @@ void BM_RmAll(benchmark::State& state) {
 
 BENCHMARK(BM_HasOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_HasDuplicateOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_HasSpecificValuesEqual)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_HasSpecificValuesPattern)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_RmAll)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace

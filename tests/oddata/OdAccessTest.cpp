@@ -109,6 +109,9 @@ TEST_F(OdAccessTest, TableListsWalkUpToTheLimitAndTakeTheProjectListAbove) {
   for (std::size_t i = 1; i < zarvel::kTableListWalkLimit; ++i) host.addLine();
   EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Used"}));
   EXPECT_EQ(zarvel::allTableNames(false), (Names{L"CNTR_x", L"Used"}));
+  // What counts is the usable entities, not all that model space holds.
+  host.addOnLayer(L"Frozen", &host::Layer::frozen);
+  EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Used"}));
 
   host.addLine();
   EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Unused", L"Used"}));

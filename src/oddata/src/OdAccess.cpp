@@ -1,6 +1,7 @@
 // The record helpers shared by all commands.
 #include "oddata/OdAccess.h"
 
+#include <algorithm>
 #include <memory>
 #include <set>
 
@@ -205,6 +206,27 @@ int removeDuplicateRecords(OdContainer& container, ObjectId entity, bool removeF
   return static_cast<int>(repeated.size());
 }
 
+namespace {
+
+// The usable entities of model space, as dropUnavailableEntities leaves them,
+// while they are no more than the walk limit; past it, only enough of them to
+// show that they are more, since the list then walks none.
+std::vector<ObjectId> usableUpToLimit() {
+  platform::Drawing& drawing = port().drawing();
+  const std::vector<ObjectId> all = drawing.blockEntityIds(drawing.modelSpaceId());
+  std::vector<ObjectId> usable;
+  for (std::size_t next = 0; next < all.size() && usable.size() <= kTableListWalkLimit;) {
+    const std::size_t take = std::min(all.size() - next, kTableListWalkLimit + 1 - usable.size());
+    std::vector<ObjectId> chunk(all.begin() + next, all.begin() + next + take);
+    dropUnavailableEntities(chunk);
+    usable.insert(usable.end(), chunk.begin(), chunk.end());
+    next += take;
+  }
+  return usable;
+}
+
+}  // namespace
+
 std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
                                          bool userTablesOnly) {
   OdContainer& container = getODContainer();
@@ -219,8 +241,7 @@ std::vector<std::wstring> listTableNames(const std::vector<ObjectId>& entities,
   if (!entities.empty()) {
     gather(entities);
   } else {
-    std::vector<ObjectId> ids = modelSpaceEntities();
-    dropUnavailableEntities(ids);
+    std::vector<ObjectId> ids = usableUpToLimit();
     if (ids.size() > kTableListWalkLimit) {
       std::vector<std::wstring> all = port().project().tableNames(platform::kAllTableKinds);
       std::vector<std::wstring> result;

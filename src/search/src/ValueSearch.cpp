@@ -19,11 +19,10 @@ namespace {
 // Walks on from where the iterator stands, up to the first record whose value
 // in the column passes.
 bool anyRecordPasses(platform::OdRecordIterator& it, int column, const ValueTest& test,
-                     platform::OdRecord& record) {
+                     platform::OdValue& value) {
   for (; !it.isDone(); it.next()) {
     if (column < 0) return false;
-    if (it.getRecord(record) != Status::Ok || column >= record.count()) continue;
-    if (test.matches(record.value(column))) return true;
+    if (it.getValue(column, value) == Status::Ok && test.matches(value)) return true;
   }
   return false;
 }
@@ -82,8 +81,8 @@ bool recordsMatchCondition(platform::OdTable& table, ObjectId entity, const Cond
   if (test.acceptsAll()) return true;
   std::unique_ptr<platform::OdRecordIterator> it = table.newIterator();
   initWalk(*it, entity, OpenMode::Read);
-  platform::OdRecord record;
-  return anyRecordPasses(*it, table.definition().columnIndex(condition.first), test, record);
+  platform::OdValue value;
+  return anyRecordPasses(*it, table.definition().columnIndex(condition.first), test, value);
 }
 
 ValueSearch::ValueSearch(const std::vector<std::wstring>& tables,
@@ -109,7 +108,7 @@ bool ValueSearch::tablePasses(Table& table, std::size_t condition, ObjectId enti
   initWalk(*table.records, entity, OpenMode::Read);
   if (table.records->isDone()) return false;
   if (tests_[condition].acceptsAll()) return true;
-  return anyRecordPasses(*table.records, table.columns[condition], tests_[condition], record_);
+  return anyRecordPasses(*table.records, table.columns[condition], tests_[condition], value_);
 }
 
 bool ValueSearch::matches(ObjectId entity) {

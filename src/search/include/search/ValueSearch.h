@@ -51,7 +51,7 @@ class ValueSearch {
 
   std::vector<Table> tables_;
   std::vector<ValueTest> tests_;
-  platform::OdRecord record_;
+  platform::OdValue value_;
 };
 
 void commandHasSpecificValues();
