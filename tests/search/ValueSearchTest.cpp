@@ -7,6 +7,7 @@
 
 #include "ModuleFixture.h"
 #include "platform/Text.h"
+#include "search/SelectByOD.h"
 
 namespace testing_support {
 namespace {
@@ -15,6 +16,7 @@ using platform::OdColumnDef;
 using platform::OdType;
 using platform::OdValue;
 using zarvel::Condition;
+using zarvel::SelectByOD;
 using Names = std::vector<std::wstring>;
 
 class ValueSearchTest : public ModuleTest {
@@ -109,6 +111,56 @@ TEST_F(ValueSearchTest, SearchAnswersAsEveryConditionOnAnyTableWould) {
     search.filter(ids);
     EXPECT_EQ(ids.size(), static_cast<std::size_t>(std::count(c.kept.begin(), c.kept.end(), true)));
   }
+}
+
+TEST_F(ValueSearchTest, DialogOffersUserTablesAndRebuildsTheConditionsFromTheChosenOnes) {
+  SelectByOD dialog({L"roads", L"TPMID_x", L"Parcels", L"Roads"}, true);
+  dialog.onInit();
+  zarvel::DataGrid& tables = dialog.tablesList();
+  ASSERT_EQ(tables.GetItemCount(), 3);
+  EXPECT_EQ(tables.GetItemText(0, 0), L"Parcels");
+  tables.SetRowSelected(1, true);
+  tables.SetRowSelected(2, true);
+  zarvel::DataGrid& values = dialog.valuesGrid();
+  ASSERT_EQ(values.GetItemCount(), 2);
+  // Names equal but for case keep the order they were offered in, and the
+  // first chosen spells the fields.
+  EXPECT_EQ(tables.GetItemText(1, 0), L"roads");
+  EXPECT_EQ(values.GetItemText(1, 0), L"Name");
+  EXPECT_EQ(values.GetItemText(1, 1), L"*");
+  EXPECT_FALSE(values.isCellEditable(0, 0));
+  EXPECT_TRUE(values.commitCellEdit(0, 1, L">1"));
+  EXPECT_TRUE(dialog.onButton(platform::kIdOk));
+  EXPECT_EQ(dialog.chosenTables().size(), 2u);
+  EXPECT_EQ(dialog.conditions().front().second, L">1");
+}
+
+TEST_F(ValueSearchTest, DialogRemembersItsSizeAndTheExtendedBoxUntilTheModuleUnloads) {
+  {
+    SelectByOD dialog({}, true);
+    EXPECT_EQ(dialog.size().width, 800);
+    dialog.onInit();
+    EXPECT_TRUE(dialog.control(SelectByOD::kIdExtended).checked);
+    dialog.control(SelectByOD::kIdExtended).checked = false;
+    dialog.onSize({900, 400});
+    EXPECT_EQ(dialog.control(SelectByOD::kIdValuesGrid).rect,
+              (platform::DialogRect{210, 5, 685, 363}));
+    EXPECT_EQ(dialog.control(platform::kIdOk).rect, (platform::DialogRect{323, 373, 125, 22}));
+    EXPECT_EQ(dialog.valuesGrid().GetColumnWidth(1), 342);
+    EXPECT_TRUE(dialog.onButton(platform::kIdOk));
+  }
+  SelectByOD again({}, false);
+  again.onInit();
+  EXPECT_EQ(again.size().width, 900);
+  EXPECT_FALSE(again.control(SelectByOD::kIdExtended).checked);
+  EXPECT_FALSE(again.control(SelectByOD::kIdExtended).visible);
+  EXPECT_FALSE(SelectByOD::extended());
+
+  platform::AppPacket packet{&host, &host};
+  zarvel::entryPoint(platform::AppMsg::kUnloadApp, &packet);
+  EXPECT_TRUE(SelectByOD::extended());
+  EXPECT_EQ(SelectByOD({}, true).size().height, 300);
+  ASSERT_EQ(zarvel::entryPoint(platform::AppMsg::kInitApp, &packet), 0);
 }
 
 }  // namespace
