@@ -37,14 +37,13 @@ std::unique_ptr<CellEditor> ColumnTrait::OnEditBegin(DataGrid& /*grid*/, int /*r
   return nullptr;
 }
 
-int ColumnTrait::OnSortRows(const std::wstring& /*left*/, const std::wstring& /*right*/,
+int ColumnTrait::OnSortRows(std::wstring_view /*left*/, std::wstring_view /*right*/,
                             bool /*ascending*/) const {
   return 0;
 }
 
 int ColumnTrait::OnSortRows(const SortRow& left, const SortRow& right, bool ascending) const {
-  static const std::wstring kEmpty;
-  return OnSortRows(left.text ? *left.text : kEmpty, right.text ? *right.text : kEmpty, ascending);
+  return OnSortRows(left.text, right.text, ascending);
 }
 
 bool ColumnTrait::IsCellReadOnly(const DataGrid& /*grid*/, int /*row*/, int /*column*/,
@@ -54,14 +53,23 @@ bool ColumnTrait::IsCellReadOnly(const DataGrid& /*grid*/, int /*row*/, int /*co
 
 // --- ColumnTraitText ---------------------------------------------------------
 
-int ColumnTraitText::OnSortRows(const std::wstring& left, const std::wstring& right,
+int ColumnTraitText::OnSortRows(std::wstring_view left, std::wstring_view right,
                                 bool ascending) const {
-  const std::wstring& first = ascending ? left : right;
-  const std::wstring& second = ascending ? right : left;
+  const std::wstring_view first = ascending ? left : right;
+  const std::wstring_view second = ascending ? right : left;
   if (sortNumeric_) {
     return signOf(static_cast<std::int64_t>(platform::wtoi(first)) - platform::wtoi(second));
   }
   return compareIgnoringCase(first, second);
+}
+
+int ColumnTraitText::OnSortRows(const SortRow& left, const SortRow& right, bool ascending) const {
+  if (!sortNumeric_ && (left.prefixHigh != right.prefixHigh || left.prefixLow != right.prefixLow)) {
+    const bool less = left.prefixHigh != right.prefixHigh ? left.prefixHigh < right.prefixHigh
+                                                          : left.prefixLow < right.prefixLow;
+    return less == ascending ? -1 : 1;
+  }
+  return OnSortRows(left.text, right.text, ascending);
 }
 
 bool ColumnTraitText::UpdateTextFont(int /*row*/, FontSpec& font) const {

@@ -41,10 +41,12 @@ std::unique_ptr<CellEditor> ColumnTraitDateTime::OnEditBegin(DataGrid& grid, int
                                               format_);
 }
 
-int ColumnTraitDateTime::OnSortRows(const std::wstring& left, const std::wstring& right,
+int ColumnTraitDateTime::OnSortRows(const SortRow& left, const SortRow& right,
                                     bool ascending) const {
-  const std::optional<DateTime> l = parseDateTime(ascending ? left : right, format_);
-  const std::optional<DateTime> r = parseDateTime(ascending ? right : left, format_);
+  const SortRow& first = ascending ? left : right;
+  const SortRow& second = ascending ? right : left;
+  const std::optional<DateTime> l = parseDateTime(std::wstring(first.text), format_);
+  const std::optional<DateTime> r = parseDateTime(std::wstring(second.text), format_);
   if (!l || !r) return (l ? 1 : 0) - (r ? 1 : 0);
   const std::int64_t difference = l->toSeconds() - r->toSeconds();
   return difference < 0 ? -1 : (difference > 0 ? 1 : 0);

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <stdexcept>
 
+#include "TextCompare.h"
 #include "grid/ViewConfigSection.h"
 
 namespace zarvel {
@@ -64,19 +65,12 @@ int DataGrid::InsertColumnTrait(int position, const std::wstring& heading, Align
   c.width = std::max(width, 0);
   c.subItem = subItem < 0 ? column : subItem;
   c.trait = std::move(trait);
+  if (!style_.ownerData) c.cells.resize(static_cast<std::size_t>(rowCount_));
   columns_.insert(columns_.begin() + column, std::move(c));
   for (int& index : order_) {
     if (index >= column) ++index;
   }
   order_.insert(order_.begin() + std::min<std::size_t>(column, order_.size()), column);
-  for (Item& item : items_) {
-    if (static_cast<int>(item.texts.size()) > column) {
-      item.texts.insert(item.texts.begin() + column, std::wstring());
-    }
-    if (static_cast<int>(item.images.size()) > column) {
-      item.images.insert(item.images.begin() + column, -1);
-    }
-  }
   if (focusCell_ >= column) ++focusCell_;
   if (sortColumn_ >= column) ++sortColumn_;
   columns_[column].trait->OnInsertToList(*this, column);
@@ -106,12 +100,6 @@ bool DataGrid::DeleteColumn(int column) {
   order_.erase(std::find(order_.begin(), order_.end(), column));
   for (int& index : order_) {
     if (index > column) --index;
-  }
-  for (Item& item : items_) {
-    if (static_cast<int>(item.texts.size()) > column) item.texts.erase(item.texts.begin() + column);
-    if (static_cast<int>(item.images.size()) > column) {
-      item.images.erase(item.images.begin() + column);
-    }
   }
   auto shift = [column](int& index) {
     if (index == column) {
@@ -214,9 +202,12 @@ int DataGrid::InsertItem(int row, const std::wstring& text) {
   if (style_.ownerData || row < 0) return -1;
   EndEditing(true);
   const int at = std::min(row, rowCount_);
-  Item item;
-  item.texts.push_back(text);
-  items_.insert(items_.begin() + at, std::move(item));
+  for (Column& c : columns_) {
+    c.cells.insert(c.cells.begin() + at, StoredCell());
+    if (!c.images.empty()) c.images.insert(c.images.begin() + at, -1);
+  }
+  if (!columns_.empty()) StoreText(at, 0, text);
+  itemData_.insert(itemData_.begin() + at, 0);
   rowState_.insert(rowState_.begin() + at, 0);
   ++rowCount_;
   if (focusRow_ >= at) ++focusRow_;
@@ -227,16 +218,20 @@ int DataGrid::InsertItem(int row, const std::wstring& text) {
 
 bool DataGrid::SetItemText(int row, int column, const std::wstring& text) {
   if (style_.ownerData || !ValidRow(row) || !ValidColumn(column)) return false;
-  std::vector<std::wstring>& texts = items_[row].texts;
-  if (static_cast<int>(texts.size()) <= column) texts.resize(column + 1);
-  texts[column] = text;
+  StoreText(row, column, text);
   return true;
 }
 
 bool DataGrid::DeleteItem(int row) {
   if (!ValidRow(row)) return false;
   EndEditing(true);
-  if (!style_.ownerData) items_.erase(items_.begin() + row);
+  if (!style_.ownerData) {
+    for (Column& c : columns_) {
+      c.cells.erase(c.cells.begin() + row);
+      if (!c.images.empty()) c.images.erase(c.images.begin() + row);
+    }
+    itemData_.erase(itemData_.begin() + row);
+  }
   rowState_.erase(rowState_.begin() + row);
   --rowCount_;
   if (rowCount_ == 0) invalidateMarkupText_ = true;
@@ -252,7 +247,11 @@ bool DataGrid::DeleteItem(int row) {
 
 bool DataGrid::DeleteAllItems() {
   EndEditing(true);
-  items_.clear();
+  for (Column& c : columns_) {
+    c.cells.clear();
+    c.images.clear();
+  }
+  itemData_.clear();
   rowState_.clear();
   rowCount_ = 0;
   invalidateMarkupText_ = true;
@@ -262,19 +261,19 @@ bool DataGrid::DeleteAllItems() {
 
 bool DataGrid::SetItemData(int row, std::uintptr_t data) {
   if (style_.ownerData || !ValidRow(row)) return false;
-  items_[row].data = data;
+  itemData_[row] = data;
   return true;
 }
 
 std::uintptr_t DataGrid::GetItemData(int row) const {
-  return style_.ownerData || !ValidRow(row) ? 0 : items_[row].data;
+  return style_.ownerData || !ValidRow(row) ? 0 : itemData_[row];
 }
 
 bool DataGrid::SetCellImage(int row, int column, int image) {
   if (style_.ownerData || !ValidRow(row) || !ValidColumn(column)) return false;
-  std::vector<int>& images = items_[row].images;
-  if (static_cast<int>(images.size()) <= column) images.resize(column + 1, -1);
-  images[column] = image;
+  std::vector<int>& images = columns_[column].images;
+  if (images.empty()) images.resize(static_cast<std::size_t>(rowCount_), -1);
+  images[row] = image;
   return true;
 }
 
@@ -282,21 +281,31 @@ int DataGrid::GetCellImage(int row, int column) const {
   int image = -1;
   if (OnDisplayCellImage(row, column, image)) return image;
   if (style_.ownerData || !ValidRow(row) || !ValidColumn(column)) return -1;
-  const std::vector<int>& images = items_[row].images;
-  return static_cast<int>(images.size()) > column ? images[column] : -1;
+  const std::vector<int>& images = columns_[column].images;
+  return images.empty() ? -1 : images[row];
 }
 
 const std::wstring& DataGrid::StoredText(int row, int column) const {
-  const std::vector<std::wstring>& texts = items_[row].texts;
-  return static_cast<int>(texts.size()) > column ? texts[column] : kNoText;
+  return columns_[column].cells[row].text;
+}
+
+void DataGrid::StoreText(int row, int column, const std::wstring& text) {
+  StoredCell& cell = columns_[column].cells[row];
+  cell.text = text;
+  foldedPrefix(text, cell.prefixHigh, cell.prefixLow);
+}
+
+std::wstring_view DataGrid::CellText(int row, int column, std::wstring& scratch) const {
+  if (OnDisplayCellText(row, column, scratch)) return scratch;
+  if (!ValidRow(row) || !ValidColumn(column)) return std::wstring_view();
+  if (!style_.ownerData) return StoredText(row, column);
+  scratch = rowSource_ ? rowSource_(row, column) : std::wstring();
+  return scratch;
 }
 
 std::wstring DataGrid::GetItemText(int row, int column) const {
-  std::wstring text;
-  if (OnDisplayCellText(row, column, text)) return text;
-  if (!ValidRow(row) || !ValidColumn(column)) return std::wstring();
-  if (style_.ownerData) return rowSource_ ? rowSource_(row, column) : std::wstring();
-  return StoredText(row, column);
+  std::wstring scratch;
+  return std::wstring(CellText(row, column, scratch));
 }
 
 void DataGrid::SetItemCount(int count) {
@@ -390,7 +399,7 @@ void DataGrid::SelectOnly(int row) {
 
 void DataGrid::SetFocusCell(int column, bool redraw) {
   focusCell_ = ValidColumn(column) ? column : -1;
-  if (redraw && listener_ && focusRow_ >= 0) listener_->OnEnsureVisible(*this, focusRow_, -1);
+  if (redraw && listener_ && focusRow_ >= 0) listener_->OnRedrawRow(*this, focusRow_);
 }
 
 void DataGrid::MoveFocusCell(bool right) {

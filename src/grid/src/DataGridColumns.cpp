@@ -141,8 +141,11 @@ void DataGrid::LoadColumnState(ViewConfigSection& section) {
   }
   for (auto it = order_.rbegin(); it != order_.rend(); ++it) {
     if (placed[*it] || !IsColumnAlwaysVisible(*it)) continue;
-    columns_[*it].trait->GetColumnState().visible = true;
-    if (columns_[*it].width == 0) columns_[*it].width = kDefaultColumnWidth;
+    ColumnTrait::ColumnState& state = columns_[*it].trait->GetColumnState();
+    state.visible = true;
+    if (columns_[*it].width == 0) {
+      columns_[*it].width = state.originalWidth > 0 ? state.originalWidth : kDefaultColumnWidth;
+    }
     placed[*it] = true;
     order[next--] = *it;
   }

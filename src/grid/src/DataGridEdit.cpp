@@ -11,6 +11,8 @@ CellEditor* DataGrid::EditCell(int row, int column, CellPart part) {
   if (!ValidRow(row) || !ValidColumn(column)) return nullptr;
   EndEditing(true);
   if (endingDepth_ == 0) closingEditors_.clear();
+  // An edit opened while the last one is still ending must not close it.
+  if (editor_) closingEditors_.push_back(std::move(editor_));
   std::unique_ptr<CellEditor> editor =
       GetCellColumnTrait(row, column).OnEditBegin(*this, row, column, part);
   if (!editor) return nullptr;
@@ -39,8 +41,9 @@ bool DataGrid::OnEndLabelEdit(int row, int column, CellEditor* editor, const Edi
   bool taken = false;
   if (ValidRow(row) && ValidColumn(column) && OnEditComplete(row, column, editor, result)) {
     taken = true;
-    // An owner-data grid shows what its holder stored in OnEditComplete.
-    if (!style_.ownerData) {
+    // An owner-data grid shows what its holder stored in OnEditComplete; a
+    // holder that refilled the grid meanwhile has the cell no more.
+    if (!style_.ownerData && ValidRow(row) && ValidColumn(column)) {
       if (result.text && StoredText(row, column) != *result.text) {
         SetItemText(row, column, *result.text);
       }
@@ -74,10 +77,9 @@ bool DataGrid::commitCellEdit(int row, int column, const std::wstring& text) {
   if (!editor) return false;
   const bool typed = editor->SetText(text);
   lastEditTaken_ = false;
-  editor->OnKey(CellEditor::Key::Enter);
   // A multi-line editor keeps Enter as a line break; its end is the focus
-  // leaving it.
-  EndEditing(true);
+  // leaving it. An editor the holder opened meanwhile stays open.
+  if (!editor->OnKey(CellEditor::Key::Enter)) editor->OnKillFocus();
   return typed && lastEditTaken_;
 }
 

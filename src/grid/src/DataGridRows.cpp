@@ -1,7 +1,6 @@
 // Operations over many rows: the keyboard search within a column, copying
 // the selection as text, sorting by a column, and moving rows by a drop.
 #include <algorithm>
-#include <numeric>
 
 #include "TextCompare.h"
 #include "grid/DataGrid.h"
@@ -57,9 +56,9 @@ void DataGrid::ResetSearch() {
 int DataGrid::OnKeyboardSearch(int column, int startRow, const std::wstring& text) const {
   if (rowCount_ == 0) return -1;
   startRow = std::clamp(startRow, 0, rowCount_);
+  std::wstring scratch;
   auto matches = [&](int row) {
-    const std::wstring cell = GetItemText(row, column);
-    return startsWithIgnoringCase(cell, text);
+    return startsWithIgnoringCase(CellText(row, column, scratch), text);
   };
   for (int row = startRow; row < rowCount_; ++row) {
     if (matches(row)) return row;
@@ -74,7 +73,9 @@ std::wstring DataGrid::LineOfRow(int row, const std::vector<int>& columns) const
   std::wstring line;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) line += L'\t';
-    line += row < 0 ? GetColumnHeading(columns[i]) : GetItemText(row, columns[i]);
+    std::wstring scratch;
+    line += row < 0 ? std::wstring_view(GetColumnHeading(columns[i]))
+                    : CellText(row, columns[i], scratch);
   }
   return line;
 }
@@ -105,28 +106,39 @@ bool DataGrid::OnCopyToClipboard() {
 bool DataGrid::SortColumn(int column, bool ascending) {
   if (style_.ownerData || !ValidColumn(column)) return false;
   EndEditing(true);
-  // The texts stay where they are while the sort only orders indices; a
+  // The keys move with the sort, so that a comparison reads what lies beside
+  // it and only texts alike in their prefixes are fetched from afar. A
   // display hook's text is kept aside for the rows it answers.
+  struct Entry {
+    SortRow key;
+    int row;
+  };
   std::vector<std::wstring> shown;
-  std::vector<SortRow> keys(static_cast<std::size_t>(rowCount_));
+  std::vector<Entry> entries(static_cast<std::size_t>(rowCount_));
   std::wstring hooked;
   for (int row = 0; row < rowCount_; ++row) {
-    SortRow& key = keys[row];
+    Entry& entry = entries[row];
+    entry.row = row;
     if (OnDisplayCellText(row, column, hooked)) {
       if (shown.empty()) shown.resize(static_cast<std::size_t>(rowCount_));
       shown[row] = std::move(hooked);
-      key.text = &shown[row];
+      entry.key.text = shown[row];
+      foldedPrefix(entry.key.text, entry.key.prefixHigh, entry.key.prefixLow);
     } else {
-      key.text = &StoredText(row, column);
+      const StoredCell& cell = columns_[column].cells[row];
+      entry.key.text = cell.text;
+      entry.key.prefixHigh = cell.prefixHigh;
+      entry.key.prefixLow = cell.prefixLow;
     }
-    key.image = GetCellImage(row, column);
-    key.data = items_[row].data;
+    entry.key.image = GetCellImage(row, column);
+    entry.key.data = itemData_[row];
   }
   const ColumnTrait& trait = GetColumnTrait(column);
+  std::stable_sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
+    return trait.OnSortRows(a.key, b.key, ascending) < 0;
+  });
   std::vector<int> order(static_cast<std::size_t>(rowCount_));
-  std::iota(order.begin(), order.end(), 0);
-  std::stable_sort(order.begin(), order.end(),
-                   [&](int a, int b) { return trait.OnSortRows(keys[a], keys[b], ascending) < 0; });
+  for (int i = 0; i < rowCount_; ++i) order[i] = entries[i].row;
   ApplyRowOrder(order);
   SetSortArrow(column, ascending);
   return true;
@@ -161,16 +173,20 @@ bool DataGrid::OnDropRows(int targetRow) {
 }
 
 void DataGrid::ApplyRowOrder(const std::vector<int>& order) {
-  std::vector<Item> items(order.size());
-  std::vector<std::uint8_t> states(order.size());
-  std::vector<int> newIndex(order.size());
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    items[i] = std::move(items_[order[i]]);
-    states[i] = rowState_[order[i]];
-    newIndex[order[i]] = static_cast<int>(i);
+  auto reorder = [&order](auto& values) {
+    if (values.empty()) return;
+    std::remove_reference_t<decltype(values)> moved(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i) moved[i] = std::move(values[order[i]]);
+    values = std::move(moved);
+  };
+  for (Column& c : columns_) {
+    reorder(c.cells);
+    reorder(c.images);
   }
-  items_ = std::move(items);
-  rowState_ = std::move(states);
+  reorder(itemData_);
+  reorder(rowState_);
+  std::vector<int> newIndex(order.size());
+  for (std::size_t i = 0; i < order.size(); ++i) newIndex[order[i]] = static_cast<int>(i);
   for (int* index : {&focusRow_, &anchorRow_, &searchRow_}) {
     if (*index >= 0) *index = newIndex[*index];
   }

@@ -93,7 +93,7 @@ using Sections = std::map<std::wstring, std::map<std::wstring, std::wstring>>;
 
 bool parseLine(const std::wstring& line, Sections& sections, const std::wstring*& current,
                std::wstring& what) {
-  if (line.empty() || line[0] == L'#') return true;
+  if (line.find_first_not_of(L" \t") == std::wstring::npos || line[0] == L'#') return true;
   std::wstring first;
   std::size_t end = 0;
   if (line[0] == L'[') {

@@ -79,8 +79,7 @@ class ColumnTraitDateTime : public ColumnTraitImage {
   bool HasEditor() const override { return true; }
   using ColumnTraitImage::OnSortRows;
   // A text that reads as no time sorts before every time.
-  int OnSortRows(const std::wstring& left, const std::wstring& right,
-                 bool ascending) const override;
+  int OnSortRows(const SortRow& left, const SortRow& right, bool ascending) const override;
 
  private:
   std::wstring format_ = kDefaultDateTimeFormat;

@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "grid/CellEditor.h"
@@ -49,6 +50,7 @@ class DataGrid : public platform::GridView {
   void SetSingleSelect(bool single);
   void SetCheckBoxes(bool on) { style_.checkBoxes = on; }
   void SetGridLines(bool on) { style_.gridLines = on; }
+  void SetColumnHeader(bool on) { style_.columnHeader = on; }
   // Switches between stored items and a virtual list; the rows go.
   void SetOwnerData(bool on);
   bool IsOwnerData() const { return style_.ownerData; }
@@ -251,23 +253,33 @@ class DataGrid : public platform::GridView {
   void setRowSelected(int row, bool selected) override { SetRowSelected(row, selected); }
 
  private:
+  // A stored text with its sort prefix, made while the text is at hand so
+  // that a sort need not fetch a million texts to begin.
+  struct StoredCell {
+    std::wstring text;
+    std::uint64_t prefixHigh = 0;
+    std::uint64_t prefixLow = 0;
+  };
+  // Stored items keep their texts by column, so that a column's cells lie
+  // side by side for a sort or a search over a million rows.
   struct Column {
     std::wstring heading;
     Align format = Align::Left;
     int width = 0;
     int subItem = 0;
     std::unique_ptr<ColumnTrait> trait;
-  };
-  struct Item {
-    std::vector<std::wstring> texts;  // by column index, short when trailing cells are empty
-    std::vector<int> images;
-    std::uintptr_t data = 0;
+    std::vector<StoredCell> cells;  // one per stored row
+    std::vector<int> images;        // one per stored row, once any is set
   };
   enum : std::uint8_t { kSelected = 1, kChecked = 2 };
 
   bool ValidRow(int row) const { return row >= 0 && row < rowCount_; }
   bool ValidColumn(int column) const { return column >= 0 && column < GetColumnCount(); }
   const std::wstring& StoredText(int row, int column) const;
+  void StoreText(int row, int column, const std::wstring& text);
+  // The cell's text as GetItemText finds it, without a copy where it is
+  // stored; scratch holds it otherwise.
+  std::wstring_view CellText(int row, int column, std::wstring& scratch) const;
   void NotifySelection();
   void SelectOnly(int row);
   void ClickSelect(int row, KeyModifiers modifiers);
@@ -285,7 +297,7 @@ class DataGrid : public platform::GridView {
   GridListener* listener_ = nullptr;
   std::vector<Column> columns_;
   std::vector<int> order_;
-  std::vector<Item> items_;
+  std::vector<std::uintptr_t> itemData_;
   std::vector<std::uint8_t> rowState_;
   int rowCount_ = 0;
   RowSource rowSource_;

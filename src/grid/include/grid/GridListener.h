@@ -38,8 +38,9 @@ class GridListener {
   virtual void OnCheckChanged(DataGrid& /*grid*/, int /*row*/) {}
   // The cell (or the row, with column -1) should be scrolled into view.
   virtual void OnEnsureVisible(DataGrid& /*grid*/, int /*row*/, int /*column*/) {}
-  // The whole grid should be drawn again.
+  // The whole grid, or one row, should be drawn again.
   virtual void OnInvalidate(DataGrid& /*grid*/) {}
+  virtual void OnRedrawRow(DataGrid& /*grid*/, int /*row*/) {}
   // Puts Unicode text on the clipboard; false when that failed.
   virtual bool OnSetClipboardText(DataGrid& /*grid*/, const std::wstring& /*text*/) {
     return false;

@@ -78,6 +78,7 @@ struct GridStyle {
   bool ownerData = false;
   bool checkBoxes = false;
   bool gridLines = true;
+  bool columnHeader = true;  // a list of one column may go without
 };
 
 // How a front end draws one cell; kNoColor leaves the front end's default.
