@@ -113,28 +113,6 @@ TEST_F(ValueSearchTest, SearchAnswersAsEveryConditionOnAnyTableWould) {
   }
 }
 
-TEST_F(ValueSearchTest, DialogOffersUserTablesAndRebuildsTheConditionsFromTheChosenOnes) {
-  SelectByOD dialog({L"roads", L"TPMID_x", L"Parcels", L"Roads"}, true);
-  dialog.onInit();
-  zarvel::DataGrid& tables = dialog.tablesList();
-  ASSERT_EQ(tables.GetItemCount(), 3);
-  EXPECT_EQ(tables.GetItemText(0, 0), L"Parcels");
-  tables.SetRowSelected(1, true);
-  tables.SetRowSelected(2, true);
-  zarvel::DataGrid& values = dialog.valuesGrid();
-  ASSERT_EQ(values.GetItemCount(), 2);
-  // Names equal but for case keep the order they were offered in, and the
-  // first chosen spells the fields.
-  EXPECT_EQ(tables.GetItemText(1, 0), L"roads");
-  EXPECT_EQ(values.GetItemText(1, 0), L"Name");
-  EXPECT_EQ(values.GetItemText(1, 1), L"*");
-  EXPECT_FALSE(values.isCellEditable(0, 0));
-  EXPECT_TRUE(values.commitCellEdit(0, 1, L">1"));
-  EXPECT_TRUE(dialog.onButton(platform::kIdOk));
-  EXPECT_EQ(dialog.chosenTables().size(), 2u);
-  EXPECT_EQ(dialog.conditions().front().second, L">1");
-}
-
 TEST_F(ValueSearchTest, DialogRemembersItsSizeAndTheExtendedBoxUntilTheModuleUnloads) {
   {
     SelectByOD dialog({}, true);
