@@ -14,11 +14,7 @@ namespace {
 // The operand of an operator: what follows it, without blanks, tabs and line
 // feeds at either end.
 std::wstring operandAfter(const std::wstring& text, std::size_t length) {
-  static const wchar_t* const kBlanks = L" \t\n";
-  const std::size_t first = text.find_first_not_of(kBlanks, length);
-  if (first == std::wstring::npos) return std::wstring();
-  const std::size_t last = text.find_last_not_of(kBlanks);
-  return text.substr(first, last - first + 1);
+  return trimmedOf(text.substr(length), L" \t\n");
 }
 
 bool startsWith(const std::wstring& text, const wchar_t* prefix) {
@@ -26,6 +22,12 @@ bool startsWith(const std::wstring& text, const wchar_t* prefix) {
 }
 
 }  // namespace
+
+std::wstring trimmedOf(const std::wstring& text, const wchar_t* characters) {
+  const std::size_t first = text.find_first_not_of(characters);
+  if (first == std::wstring::npos) return std::wstring();
+  return text.substr(first, text.find_last_not_of(characters) - first + 1);
+}
 
 WildcardPattern::WildcardPattern(const std::wstring& pattern) {
   const std::wstring lower = platform::lowerCase(pattern);

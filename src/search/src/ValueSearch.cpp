@@ -40,14 +40,6 @@ platform::OdTableDef definitionOf(OdContainer& container, const std::wstring& ta
   return t ? t->definition() : platform::OdTableDef();
 }
 
-// What the user typed, without the tabs and line feeds a paste can bring.
-std::wstring trimmedCondition(const std::wstring& text) {
-  static const wchar_t* const kTrimmed = L"\t\n";
-  const std::size_t first = text.find_first_not_of(kTrimmed);
-  if (first == std::wstring::npos) return std::wstring();
-  return text.substr(first, text.find_last_not_of(kTrimmed) - first + 1);
-}
-
 }  // namespace
 
 std::vector<std::wstring> commonFields(const std::vector<std::wstring>& tables) {
@@ -155,7 +147,8 @@ void commandHasSpecificValues() {
   if (ids.empty()) return;
 
   std::vector<Condition> conditions = dialog.conditions();
-  for (Condition& condition : conditions) condition.second = trimmedCondition(condition.second);
+  // Without the tabs and line feeds that a paste can bring.
+  for (Condition& condition : conditions) condition.second = trimmedOf(condition.second, L"\t\n");
   ValueSearch(dialog.chosenTables(), conditions, SelectByOD::extended()).filter(ids);
   setPickFirst(ids);
   printMessage(kMsgSelected, static_cast<int>(ids.size()));

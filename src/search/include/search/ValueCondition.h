@@ -21,6 +21,9 @@ namespace zarvel {
 // A field name and the text typed for it.
 using Condition = std::pair<std::wstring, std::wstring>;
 
+// The text without any of the characters at either end.
+std::wstring trimmedOf(const std::wstring& text, const wchar_t* characters);
+
 // A star pattern, read once and matched against many texts.
 class WildcardPattern {
  public:
