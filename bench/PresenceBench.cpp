@@ -108,6 +108,23 @@ void BM_HasDuplicateOd(benchmark::State& state) {
   searchBenchmark(state, L"ZARVEL_HAS_DUPLICATE_OD");
 }
 
+// The value search's dialog answered: the table, a condition per field of it
+// (ID, NAME, LENGTH; Enter keeps "*"), the extended box, OK, and Enter at
+// "Select objects: " for all of model space.
+void valueSearchBenchmark(benchmark::State& state, const char* conditions) {
+  Fixture& f = fixture();
+  const std::string answers = std::string("Roads\n") + conditions + "\n\n\n";
+  for (auto _ : state) f.run(L"ZARVEL_HAS_SPECIFIC_VALUES", answers.c_str());
+  state.SetItemsProcessed(state.iterations() * kEntities);
+}
+
+void BM_HasSpecificValuesEqual(benchmark::State& state) {
+  valueSearchBenchmark(state, "500000\n\n\n");
+}
+void BM_HasSpecificValuesPattern(benchmark::State& state) {
+  valueSearchBenchmark(state, "\nroad 1*\n\n");
+}
+
 // Both tables at once: every line with two records passes the count first
 // and is walked; the others are passed over on their count alone.
 void BM_HasSpecificOd(benchmark::State& state) {
@@ -179,6 +196,8 @@ BENCHMARK(BM_HasSpecificOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_HasNoSpecificOd)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_PselKeptExtents)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_PselAfterAChange)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_HasSpecificValuesEqual)->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_HasSpecificValuesPattern)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 BENCHMARK(BM_RmAll)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace

@@ -111,6 +111,9 @@ TEST_F(OdAccessTest, TableListsWalkUpToTheLimitAndTakeTheProjectListAbove) {
   host.addOnLayer(L"Frozen", &host::Layer::frozen);
   EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Used"}));
   EXPECT_EQ(zarvel::allTableNames(false), (Names{L"CNTR_x", L"Used"}));
+  // What counts is the usable entities, not all that model space holds.
+  host.addOnLayer(L"Frozen", &host::Layer::frozen);
+  EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Used"}));
 
   host.addLine();
   EXPECT_EQ(zarvel::allTableNames(true), (Names{L"Unused", L"Used"}));

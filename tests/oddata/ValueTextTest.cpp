@@ -89,6 +89,37 @@ TEST(ValueTextTest, StarPatternInsertsTheOldText) {
   }
 }
 
+TEST(ValueTextTest, SetFieldFromTextFillsAPointFromOneNumberAndLeavesOtherCounts) {
+  const OdValue point(Point3d{7, 8, 9});
+  const struct {
+    OdValue value;
+    const wchar_t* text;
+    OdValue result;
+  } cases[] = {
+      {integer(9), L"1234.500000", integer(1234)},
+      {OdValue(9.0), L"1,5", OdValue(1.0)},
+      {OdValue(L"old"), L"1234.500000", OdValue(L"1234.500000")},
+      {point, L"1234.5", OdValue(Point3d{1234.5, 1234.5, 1234.5})},
+      {point, L"1,2,3", OdValue(Point3d{1, 2, 3})},
+      {point, L"1,,2,,3", OdValue(Point3d{1, 2, 3})},
+      {point, L"x,2,3", OdValue(Point3d{0, 2, 3})},
+      {point, L"1,2", point},
+      {point, L"1,2,3,4", point},
+      {point, L"", point},
+      {OdValue(), L"5", OdValue()},
+  };
+  for (const auto& c : cases) {
+    platform::OdRecord record(L"T", {integer(1), c.value});
+    setFieldFromText(record, 1, c.text);
+    EXPECT_EQ(record.value(1), c.result) << platform::toUtf8(c.text);
+    EXPECT_EQ(record.value(0), integer(1));
+  }
+  platform::OdRecord record(L"T", {integer(1)});
+  setFieldFromText(record, 1, L"5");
+  setFieldFromText(record, -1, L"5");
+  EXPECT_EQ(record.value(0), integer(1));
+}
+
 TEST(ValueTextTest, TypeNamesAndFieldNumbers) {
   EXPECT_EQ(typeName(integer(1)), L"integer");
   EXPECT_EQ(typeName(OdValue(1.0)), L"real");

@@ -59,6 +59,11 @@ class TestHost : public platform::Host,
   std::vector<Registered> commands;
   int unlockCalls = 0;
   int mdiCalls = 0;
+  // The progress meter: its range as last started, steps since, and whether
+  // the status bar is back.
+  int progressMax = -1;
+  int progressSteps = 0;
+  bool statusBarRestored = true;
 
   host::Database db;
 
@@ -99,6 +104,13 @@ class TestHost : public platform::Host,
   void print(const std::wstring& text) override { printed += text; }
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
   platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
+  void startProgress(const std::wstring&, int, int max) override {
+    progressMax = max;
+    progressSteps = 0;
+    statusBarRestored = false;
+  }
+  void setProgress(int position) override { progressSteps += position < 0 ? 1 : 0; }
+  void restoreStatusBar() override { statusBarRestored = true; }
 
   // --- platform::Documents -------------------------------------------------
   void pushResourceHandle(void*) override { ++resourceDepth; }

@@ -3,10 +3,12 @@
 // and says that it did nothing.
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
+#include "records/AttachData.h"
 #include "records/DetachCommands.h"
 #include "search/PointSelection.h"
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
+#include "search/ValueSearch.h"
 
 namespace zarvel {
 namespace {
@@ -34,7 +36,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_HAS_SPECIFIC_OD", kFlags, commandHasSpecificOd},
       {L"ZARVEL_REMOVE_DUPLICATE_OD", kFlags, commandRemoveDuplicateOd},
       {L"ZARVEL_HAS_NO_OD", kFlags, commandHasNoOd},
-      {L"ZARVEL_HAS_SPECIFIC_VALUES", kFlags, commandNotAvailable},
+      {L"ZARVEL_HAS_SPECIFIC_VALUES", kFlags, commandHasSpecificValues},
       {L"ZARVEL_RM", kFlags, commandRm},
       {L"ZARVEL_RM_ALL", kFlags, commandRmAll},
       {L"ZARVEL_COPY_OD", kFlags, commandNotAvailable},
@@ -42,7 +44,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_COPY_OD_VALUE", kFlags, commandNotAvailable},
       {L"ZARVEL_COPY_ALL", kFlags, commandNotAvailable},
       {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandNotAvailable},
-      {L"ZARVEL_ADEATTACHDATA", kFlags, commandNotAvailable},
+      {L"ZARVEL_ADEATTACHDATA", kFlags, commandAdeAttachData},
       {L"ZARVEL_SETTEXT", kFlags, commandNotAvailable},
       {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},
       {L"ZARVEL_SETID", kFlags, commandNotAvailable},

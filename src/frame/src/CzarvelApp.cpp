@@ -4,6 +4,8 @@
 
 #include "oddata/Port.h"
 #include "oddata/Selection.h"
+#include "records/AttachOD.h"
+#include "search/SelectByOD.h"
 
 namespace zarvel {
 namespace {
@@ -94,6 +96,9 @@ int CzarvelApp::onUnloadApp(void* /*packet*/) {
   for (const StaticCommand& c : kStaticCommands) {
     platform::ignoreStatus(host.commandStack().removeCommand(c.group, c.globalName));
   }
+  // The dialogs' remembered choices last as long as the module stays loaded.
+  SelectByOD::forgetRemembered();
+  AttachOD::forgetRemembered();
   setPort(nullptr);
   return kRetOk;
 }

@@ -36,6 +36,26 @@ bool textToValue(OdValue& value, const std::wstring& text) {
   return false;
 }
 
+void setFieldFromText(platform::OdRecord& record, int fieldIndex, const std::wstring& text) {
+  if (fieldIndex < 0 || fieldIndex >= record.count()) return;
+  OdValue& value = record.value(fieldIndex);
+  if (value.type() != OdType::Point) {
+    // Numbers and characters read text as textToValue does; it refuses only
+    // the unknown type, which is to stay unchanged anyway.
+    textToValue(value, text);
+    return;
+  }
+  std::vector<std::wstring> numbers;
+  splitText(text, L",", numbers);
+  if (numbers.size() == 1) {
+    const double all = platform::wtof(numbers[0]);
+    value = platform::Point3d{all, all, all};
+  } else if (numbers.size() == 3) {
+    value = platform::Point3d{platform::wtof(numbers[0]), platform::wtof(numbers[1]),
+                              platform::wtof(numbers[2])};
+  }
+}
+
 bool assignTextPattern(OdValue& value, const std::wstring& text) {
   if (text.find(L'*') == std::wstring::npos) return textToValue(value, text);
   const std::wstring old = valueToText(value);

@@ -30,6 +30,19 @@ TEST(OdRecordList, EveryTypeRoundTripsExactly) {
   EXPECT_EQ(valuesAt(list, 0), values);
   EXPECT_TRUE(valuesAt(list, 1).empty());
   EXPECT_EQ(list.tableAt(list.next(list.begin())), 3u);
+  // One value read alone is the value read with the others, after a record's
+  // text as read too; past the last there is none.
+  list.append(5, values, "kept text");
+  const auto third = list.next(list.next(list.begin()));
+  for (int i = 0; i < static_cast<int>(values.size()); ++i) {
+    OdValue one(L"stale");
+    EXPECT_TRUE(list.valueAt(third, i, one)) << i;
+    EXPECT_EQ(one, values[static_cast<std::size_t>(i)]) << i;
+  }
+  OdValue none;
+  EXPECT_FALSE(list.valueAt(third, static_cast<int>(values.size()), none));
+  EXPECT_FALSE(list.valueAt(third, -1, none));
+  EXPECT_FALSE(list.valueAt(list.next(list.begin()), 0, none));
 }
 
 TEST(OdRecordList, RemoveAndReplaceKeepTheOthersInPlace) {

@@ -136,38 +136,57 @@ int OdRecordList::valueCountAt(Pos pos) const {
   return static_cast<int>(values.size());
 }
 
-void OdRecordList::valuesAt(Pos pos, std::vector<OdValue>& out) const {
-  out.clear();
+namespace {
+
+// Reads the value that begins at p into out, when there is one to fill, and
+// gives where the next value begins.
+const std::uint8_t* decodeValue(const std::uint8_t* p, OdValue* out) {
+  const auto type = static_cast<OdType>(*p++);
+  switch (type) {
+    case OdType::Integer:
+      if (out != nullptr) *out = readAt<std::int32_t>(p);
+      return p + 4;
+    case OdType::Real:
+      if (out != nullptr) *out = readAt<double>(p);
+      return p + 8;
+    case OdType::Point:
+      if (out != nullptr) {
+        *out = platform::Point3d{readAt<double>(p), readAt<double>(p + 8), readAt<double>(p + 16)};
+      }
+      return p + 24;
+    case OdType::Character: {
+      const auto units = readAt<std::uint32_t>(p);
+      if (out != nullptr) *out = readText(p + 4, units);
+      return p + 4 + 2 * units;
+    }
+    case OdType::Unknown:
+      if (out != nullptr) *out = OdValue();
+      break;
+  }
+  return p;
+}
+
+}  // namespace
+
+const std::uint8_t* OdRecordList::firstValue(Pos pos) const {
   const std::uint8_t* p = data_.get() + pos + kHeaderSize;
   if (const std::string_view text = textAt(pos); !text.empty()) p += 4 + text.size();
+  return p;
+}
+
+void OdRecordList::valuesAt(Pos pos, std::vector<OdValue>& out) const {
+  out.clear();
   const std::uint8_t* last = data_.get() + next(pos);
-  while (p < last) {
-    const auto type = static_cast<OdType>(*p++);
-    switch (type) {
-      case OdType::Integer:
-        out.emplace_back(readAt<std::int32_t>(p));
-        p += 4;
-        break;
-      case OdType::Real:
-        out.emplace_back(readAt<double>(p));
-        p += 8;
-        break;
-      case OdType::Point:
-        out.emplace_back(
-            platform::Point3d{readAt<double>(p), readAt<double>(p + 8), readAt<double>(p + 16)});
-        p += 24;
-        break;
-      case OdType::Character: {
-        const auto units = readAt<std::uint32_t>(p);
-        out.emplace_back(readText(p + 4, units));
-        p += 4 + 2 * units;
-        break;
-      }
-      case OdType::Unknown:
-        out.emplace_back();
-        break;
-    }
-  }
+  for (const std::uint8_t* p = firstValue(pos); p < last;) p = decodeValue(p, &out.emplace_back());
+}
+
+bool OdRecordList::valueAt(Pos pos, int index, OdValue& out) const {
+  const std::uint8_t* last = data_.get() + next(pos);
+  const std::uint8_t* p = firstValue(pos);
+  for (int i = 0; i < index && p < last; ++i) p = decodeValue(p, nullptr);
+  if (index < 0 || p >= last) return false;
+  decodeValue(p, &out);
+  return true;
 }
 
 void OdRecordList::splice(Pos pos, std::uint32_t removed,

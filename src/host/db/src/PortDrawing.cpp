@@ -1,7 +1,9 @@
-// The port's drawing queries, answered from our database.
+// The port's drawing queries, answered from our database, and the scratch
+// entity a module may make and erase.
 #include "host/db/PortDrawing.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace host {
 
@@ -85,6 +87,19 @@ std::optional<platform::LayerInfo> DbDrawing::layerByName(const std::wstring& na
   const ObjectId id = db_.findLayer(name);
   if (id.isNull()) return std::nullopt;
   return layerInfo(db_, id);
+}
+
+ObjectId DbDrawing::addPoint(const platform::Point3d& position) {
+  auto point = std::make_unique<PointEntity>();
+  point->position = position;
+  return db_.addEntity(std::move(point), db_.modelSpace());
+}
+
+platform::Status DbDrawing::eraseEntity(ObjectId entity) {
+  // An entity that won't open can't be erased, as an open for write would fail.
+  if (db_.openEntity(entity) == nullptr) return platform::Status::Failed;
+  db_.eraseEntity(entity);
+  return platform::Status::Ok;
 }
 
 }  // namespace host

@@ -72,6 +72,11 @@ Status DbRecordIterator::getRecord(platform::OdRecord& out) const {
   return Status::Ok;
 }
 
+Status DbRecordIterator::getValue(int column, platform::OdValue& out) const {
+  if (isDone()) return Status::Failed;
+  return list()->valueAt(pos_, column, out) ? Status::Ok : Status::Failed;
+}
+
 Status DbRecordIterator::updateRecord(const platform::OdRecord& record) {
   if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   const std::uint32_t table = list()->tableAt(pos_);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/OdTypes.h"
 #include "platform/OdValue.h"
 
 namespace zarvel {
@@ -17,6 +18,13 @@ std::wstring valueToText(const platform::OdValue& value);
 // Numbers take the leading number of the text (0 if none). False, with the
 // value unchanged, for a point of fewer than three numbers or an unknown type.
 bool textToValue(platform::OdValue& value, const std::wstring& text);
+
+// Sets one value of the record from text by the value's present type: an
+// integer by _wtoi, a real by _wtof, a character as it stands; a point from
+// "x,y,z", or from one number that all three coordinates take, any other
+// count of numbers leaving it as it is (where textToValue refuses the single
+// number). Other types, and an index past the record's end, stay unchanged.
+void setFieldFromText(platform::OdRecord& record, int fieldIndex, const std::wstring& text);
 
 // As textToValue, except that every "*" in the text stands for the value's
 // old text form: "x*y" on "abc" gives "xabcy".

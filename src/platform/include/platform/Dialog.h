@@ -16,6 +16,22 @@ inline constexpr int kIdCancel = 2;
 
 enum class ControlKind { ListBox, CheckBox, ComboBox, Edit, Button, Grid };
 
+// A client size, and a control's place in it, in the dialog's pixels.
+struct DialogSize {
+  int width = 0;
+  int height = 0;
+};
+struct DialogRect {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+
+  friend bool operator==(const DialogRect& a, const DialogRect& b) {
+    return a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height;
+  }
+};
+
 struct DialogControl {
   int id = 0;
   ControlKind kind = ControlKind::Edit;
@@ -25,6 +41,8 @@ struct DialogControl {
   std::wstring label;
   bool enabled = true;
   bool visible = true;
+  // Where a model that lays itself out placed the control; empty otherwise.
+  DialogRect rect;
 
   // ListBox and ComboBox.
   std::vector<std::wstring> items;
@@ -90,6 +108,13 @@ class DialogModel {
   DialogControl& control(int id);
   const DialogControl& control(int id) const;
 
+  // The client size a resizable dialog opens at; 0 by 0 for a dialog whose
+  // front end sizes it.
+  DialogSize size() const { return size_; }
+  // A front end that resizes the dialog reports each new client size, the
+  // first included; the model places its controls and may remember the size.
+  virtual void onSize(DialogSize size) { size_ = size; }
+
   // Called once before the dialog is shown.
   virtual void onInit() {}
   // Called after the user changed a control's value.
@@ -104,6 +129,7 @@ class DialogModel {
  private:
   std::wstring title_;
   std::vector<DialogControl> controls_;
+  DialogSize size_;
 };
 
 // Message box flags and answers, with the values the module passes.

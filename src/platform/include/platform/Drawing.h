@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/Geometry.h"
 #include "platform/ObjectId.h"
+#include "platform/Status.h"
 
 namespace platform {
 
@@ -43,6 +45,11 @@ class Drawing {
   // The layer table in its order.
   virtual std::vector<LayerInfo> layers() const = 0;
   virtual std::optional<LayerInfo> layerByName(const std::wstring& name) const = 0;
+
+  // A point entity appended to model space on the current layer, for a module
+  // that needs an entity of its own for a moment; null if the host makes none.
+  virtual ObjectId addPoint(const Point3d& /*position*/) { return ObjectId(); }
+  virtual Status eraseEntity(ObjectId /*entity*/) { return Status::Failed; }
 };
 
 }  // namespace platform

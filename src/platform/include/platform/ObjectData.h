@@ -33,6 +33,16 @@ class OdRecordIterator {
   virtual bool isDone() const = 0;
   virtual void next() = 0;
   virtual Status getRecord(OdRecord& out) const = 0;
+  // The value of one column of the record under the iterator, without copying
+  // the whole record; Failed when done or past the record's last value.
+  virtual Status getValue(int column, OdValue& out) const {
+    OdRecord record;
+    if (getRecord(record) != Status::Ok || column < 0 || column >= record.count()) {
+      return Status::Failed;
+    }
+    out = record.value(column);
+    return Status::Ok;
+  }
   virtual Status updateRecord(const OdRecord& record) = 0;
   virtual Status removeRecord() = 0;
   // Records the iterator can see on its entity.

@@ -119,7 +119,13 @@ struct Message {
   X(kDlgCancel, 1003, (), L"Cancel") \
   X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing") \
   X(kDlgObjectDataTitle, 1005, (), L"ObjectData") \
-  X(kDlgSimultaneous, 1006, (), L"Simultaneous")
+  X(kDlgSimultaneous, 1006, (), L"Simultaneous") \
+  X(kDlgFindSpecificValuesTitle, 1020, (), L"Find entities with specific OD values") \
+  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)") \
+  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD") \
+  X(kDlgAttach, 1023, (), L"Attach") \
+  X(kDlgDetach, 1024, (), L"Detach") \
+  X(kDlgProgressLabel, 1025, (), L"ZARVEL")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \

@@ -33,6 +33,8 @@ class OdRecordList {
   std::uint32_t tableAt(Pos pos) const;
   int valueCountAt(Pos pos) const;
   void valuesAt(Pos pos, std::vector<platform::OdValue>& out) const;
+  // One value of the record at pos, by index; false past its last value.
+  bool valueAt(Pos pos, int index, platform::OdValue& out) const;
 
   // A record that did not match its table when it was read keeps the text it
   // was read from, to be written back as it was; empty for any other. The
@@ -52,6 +54,8 @@ class OdRecordList {
   friend bool operator==(const OdRecordList& a, const OdRecordList& b);
 
  private:
+  // Where the values of the record at pos begin.
+  const std::uint8_t* firstValue(Pos pos) const;
   void splice(Pos pos, std::uint32_t removed, const std::vector<std::uint8_t>& inserted);
 
   std::unique_ptr<std::uint8_t[]> data_;

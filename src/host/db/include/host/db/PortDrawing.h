@@ -22,6 +22,8 @@ class DbDrawing : public platform::Drawing {
   std::wstring handleText(ObjectId object) const override;
   std::vector<platform::LayerInfo> layers() const override;
   std::optional<platform::LayerInfo> layerByName(const std::wstring& name) const override;
+  ObjectId addPoint(const platform::Point3d& position) override;
+  platform::Status eraseEntity(ObjectId entity) override;
 
  private:
   Database& db_;

@@ -19,6 +19,7 @@ class DbRecordIterator : public platform::OdRecordIterator {
   bool isDone() const override;
   void next() override;
   platform::Status getRecord(platform::OdRecord& out) const override;
+  platform::Status getValue(int column, platform::OdValue& out) const override;
   platform::Status updateRecord(const platform::OdRecord& record) override;
   platform::Status removeRecord() override;
   int countRecords() const override;
