@@ -21,6 +21,22 @@ bool startsWith(const std::wstring& text, const wchar_t* prefix) {
   return text.rfind(prefix, 0) == 0;
 }
 
+// Each operator by the type's own operators, so that a real that is not a
+// number differs from everything and equals nothing.
+template <typename T>
+bool compareNumbers(T value, T operand, ValueTest::Op op) {
+  switch (op) {
+    case ValueTest::Op::NotEqual:
+      return value != operand;
+    case ValueTest::Op::Greater:
+      return value > operand;
+    case ValueTest::Op::Less:
+      return value < operand;
+    default:
+      return value == operand;
+  }
+}
+
 }  // namespace
 
 std::wstring trimmedOf(const std::wstring& text, const wchar_t* characters) {
@@ -121,33 +137,11 @@ bool ValueTest::matches(const OdValue& value) const {
 // The comparisons know numbers and characters only; a point never passes one.
 bool ValueTest::compare(const OdValue& value) const {
   switch (value.type()) {
-    case OdType::Integer: {
-      const std::int32_t v = value.asInt();
-      switch (op_) {
-        case Op::NotEqual:
-          return v != integer_;
-        case Op::Greater:
-          return v > integer_;
-        case Op::Less:
-          return v < integer_;
-        default:
-          return v == integer_;
-      }
-    }
-    case OdType::Real: {
+    case OdType::Integer:
+      return compareNumbers(value.asInt(), integer_, op_);
+    case OdType::Real:
       // Exactly, as typed: no tolerance.
-      const double v = value.asReal();
-      switch (op_) {
-        case Op::NotEqual:
-          return v != real_;
-        case Op::Greater:
-          return v > real_;
-        case Op::Less:
-          return v < real_;
-        default:
-          return v == real_;
-      }
-    }
+      return compareNumbers(value.asReal(), real_, op_);
     case OdType::Character: {
       const std::wstring& v = value.asText();
       switch (op_) {

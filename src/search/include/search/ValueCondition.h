@@ -39,6 +39,8 @@ class WildcardPattern {
 // One condition's text, read once for the test of many values.
 class ValueTest {
  public:
+  enum class Op { Contains, NotEqual, Greater, Less, Equal, Pattern };
+
   ValueTest(const std::wstring& text, bool extended);
 
   // The text "*", which every record passes without a look at its values.
@@ -46,8 +48,6 @@ class ValueTest {
   bool matches(const platform::OdValue& value) const;
 
  private:
-  enum class Op { Contains, NotEqual, Greater, Less, Equal, Pattern };
-
   bool compare(const platform::OdValue& value) const;
 
   Op op_ = Op::Contains;
