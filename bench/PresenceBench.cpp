@@ -41,8 +41,6 @@ struct Fixture {
   // The builder returns the number of entities it made.
   explicit Fixture(const std::function<int(host::Database&)>& build) {
     host::registerHostCommands(session);
-    platform::AppPacket packet{&session.host(), nullptr};
-    zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
     // Heap in use, including the blocks large arrays are mapped in.
     auto inUse = [] {
       const struct mallinfo2 info = mallinfo2();
@@ -52,11 +50,30 @@ struct Fixture {
     const int entities = build(session.db());
     bytesPerEntity = static_cast<double>(inUse() - before) / entities;
   }
-  ~Fixture() { zarvel::entryPoint(platform::AppMsg::kUnloadApp, nullptr); }
+  ~Fixture() {
+    if (bound() != this) return;
+    zarvel::entryPoint(platform::AppMsg::kUnloadApp, nullptr);
+    bound() = nullptr;
+  }
+
+  // The module serves one host at a time: a fixture takes it over from
+  // another before its commands run, or they would search that one's drawing.
+  static Fixture*& bound() {
+    static Fixture* fixture = nullptr;
+    return fixture;
+  }
+  void bind() {
+    if (bound() == this) return;
+    if (bound() != nullptr) zarvel::entryPoint(platform::AppMsg::kUnloadApp, nullptr);
+    platform::AppPacket packet{&session.host(), nullptr};
+    zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
+    bound() = this;
+  }
 
   // Runs a command with its answers; Enter at "Select objects: " takes all
   // of model space.
   void run(const wchar_t* command, const char* answers) {
+    bind();
     session.document().pickFirst.clear();
     in.clear();
     in.str(answers);
@@ -94,11 +111,19 @@ Fixture& fixture() {
   return f;
 }
 
+// A search that found nothing did not search: its answers went astray.
+void reportFound(benchmark::State& state, Fixture& f) {
+  const std::size_t found = f.session.document().pickFirst.size();
+  state.counters["found"] = static_cast<double>(found);
+  if (found == 0) state.SkipWithError("the search found nothing");
+}
+
 void searchBenchmark(benchmark::State& state, const wchar_t* command, const char* answers = "\n") {
   Fixture& f = fixture();
   for (auto _ : state) f.run(command, answers);
   state.SetItemsProcessed(state.iterations() * kEntities);
   state.counters["bytes_per_entity"] = f.bytesPerEntity;
+  reportFound(state, f);
 }
 
 void BM_HasOd(benchmark::State& state) {
@@ -116,6 +141,7 @@ void valueSearchBenchmark(benchmark::State& state, const char* conditions) {
   const std::string answers = std::string("Roads\n") + conditions + "\n\n\n";
   for (auto _ : state) f.run(L"ZARVEL_HAS_SPECIFIC_VALUES", answers.c_str());
   state.SetItemsProcessed(state.iterations() * kEntities);
+  reportFound(state, f);
 }
 
 void BM_HasSpecificValuesEqual(benchmark::State& state) {
