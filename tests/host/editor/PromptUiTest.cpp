@@ -365,8 +365,8 @@ TEST(PromptUiTest, GridsAreChosenFromAsListsOrFilledCellByCell) {
     const char* transcript;
     const char* values;
   } cases[] = {
-      {"chosen rows refill the dependent grid before it is asked", true,
-       "Roads,Parcels\n>5\n\n\n", kIdOk,
+      {"chosen rows refill the dependent grid before it is asked", true, "Roads,Parcels\n>5\n\n\n",
+       kIdOk,
        "Tables [Roads/Parcels] <->: Roads,Parcels\n(change 10)\n"
        "Value of ID <*>: >5\nValue of AREA <*>: \n(change 13)\n"
        "Action [OK/Cancel] <OK>: \n",

@@ -58,7 +58,9 @@ std::optional<ObjectId> keptLayerOf(const Database& db, ObjectId entity) {
 
 }  // namespace
 
-bool DbDrawing::canOpen(ObjectId entity) const { return keptLayerOf(db_, entity).has_value(); }
+bool DbDrawing::canOpen(ObjectId entity) const {
+  return keptLayerOf(db_, entity).has_value();
+}
 
 std::optional<ObjectId> DbDrawing::entityLayerId(ObjectId entity) const {
   return keptLayerOf(db_, entity);

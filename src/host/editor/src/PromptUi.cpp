@@ -193,8 +193,8 @@ class ControlAsker {
   // A grid of rows to choose is asked as a list of its rows' keys.
   Outcome askGridRows(DialogControl& control) {
     platform::GridView& grid = *control.grid;
-    DialogControl list = DialogControl::listBox(control.id, control.name, grid.isMultiSelect(),
-                                                false);
+    DialogControl list =
+        DialogControl::listBox(control.id, control.name, grid.isMultiSelect(), false);
     list.label = control.label;
     for (int row = 0; row < grid.rowCount(); ++row) {
       list.items.push_back(rowKey(grid, row));
