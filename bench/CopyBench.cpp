@@ -50,12 +50,16 @@ void BM_CopyOdOneRecord(benchmark::State& state) {
 void BM_CopyOdThreeRecords(benchmark::State& state) {
   copyBenchmark(state, L"ZARVEL_COPY_OD", 2);
 }
+void BM_CopyOdValueThreeRecords(benchmark::State& state) {
+  copyBenchmark(state, L"ZARVEL_COPY_OD_VALUE", 2);
+}
 void BM_CopyAllThreeRecords(benchmark::State& state) {
   copyBenchmark(state, L"ZARVEL_COPY_ALL", 2);
 }
 
 BENCHMARK(BM_CopyOdOneRecord)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_CopyOdThreeRecords)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_CopyOdValueThreeRecords)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_CopyAllThreeRecords)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace
