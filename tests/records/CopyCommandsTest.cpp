@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "ModuleFixture.h"
+#include "records/CopyCommands.h"
 
 namespace testing_support {
 namespace {
@@ -67,6 +68,13 @@ TEST_F(CopyTest, RecordsThatTravel) {
     EXPECT_EQ(host.recordsOn(reference), c.referenceAfter);
     EXPECT_EQ(host.printed, c.printed);
   }
+  // The helper the value copy is built on, called alone.
+  const ObjectId source = host.addLine();
+  const ObjectId target = host.addLine();
+  host.attach(source, L"B9 A7 A8");
+  host.attach(target, L"A3 TPMID_x1 A6");
+  EXPECT_EQ(zarvel::copyRecordValues(target, source, host.project().odContainer()), 2);
+  EXPECT_EQ(host.recordsOn(target), L"A7 TPMID_x1 A7");
 }
 
 // The five properties, a block reference's attributes with them, and the
