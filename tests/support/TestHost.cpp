@@ -100,6 +100,11 @@ PointReply TestHost::getPoint(const std::wstring& prompt) {
   return takeFront(points, {platform::PromptStatus::Cancel, {}});
 }
 
+EntityReply TestHost::getEntity(const std::wstring& prompt) {
+  prompts.push_back(prompt);
+  return takeFront(entities, {platform::PromptStatus::Cancel, {}, {}, false});
+}
+
 platform::StringReply TestHost::getString(const std::wstring& prompt, bool) {
   prompts.push_back(prompt);
   return takeFront(strings, {platform::PromptStatus::Cancel, {}});

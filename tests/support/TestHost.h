@@ -37,6 +37,7 @@ class TestHost : public platform::Host,
   std::deque<platform::SelectionReply> selections;  // what selectObjects returns
   std::deque<platform::StringReply> strings;        // what getString returns
   std::deque<PointReply> points;                    // what getPoint returns
+  std::deque<EntityReply> entities;                 // what getEntity returns
   std::deque<int> messageBoxAnswers;
   // Fills in a dialog and returns the button that closes it.
   std::function<int(platform::DialogModel&)> dialogAnswer;
@@ -97,8 +98,8 @@ class TestHost : public platform::Host,
   // As a selection set, each id once.
   void setPickFirst(const std::vector<ObjectId>& ids) override;
   platform::StringReply getString(const std::wstring& prompt, bool allowSpaces) override;
-  // No test answers an entity or integer prompt: each is cancelled.
-  EntityReply getEntity(const std::wstring& prompt) override { return refuse<EntityReply>(prompt); }
+  EntityReply getEntity(const std::wstring& prompt) override;
+  // No test answers an integer prompt: each is cancelled.
   PointReply getPoint(const std::wstring& prompt) override;
   IntReply getInt(const std::wstring& prompt) override { return refuse<IntReply>(prompt); }
   void print(const std::wstring& text) override { printed += text; }

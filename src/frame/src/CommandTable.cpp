@@ -4,6 +4,7 @@
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
 #include "records/AttachData.h"
+#include "records/CopyCommands.h"
 #include "records/DetachCommands.h"
 #include "search/PointSelection.h"
 #include "search/PresenceSearch.h"
@@ -39,11 +40,11 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_HAS_SPECIFIC_VALUES", kFlags, commandHasSpecificValues},
       {L"ZARVEL_RM", kFlags, commandRm},
       {L"ZARVEL_RM_ALL", kFlags, commandRmAll},
-      {L"ZARVEL_COPY_OD", kFlags, commandNotAvailable},
-      {L"ZARVEL_COPY_VALUE", kFlags, commandNotAvailable},
-      {L"ZARVEL_COPY_OD_VALUE", kFlags, commandNotAvailable},
-      {L"ZARVEL_COPY_ALL", kFlags, commandNotAvailable},
-      {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandNotAvailable},
+      {L"ZARVEL_COPY_OD", kFlags, commandCopyOd},
+      {L"ZARVEL_COPY_VALUE", kFlags, commandCopyValue},
+      {L"ZARVEL_COPY_OD_VALUE", kFlags, commandCopyOdValue},
+      {L"ZARVEL_COPY_ALL", kFlags, commandCopyAll},
+      {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandCopyAllValue},
       {L"ZARVEL_ADEATTACHDATA", kFlags, commandAdeAttachData},
       {L"ZARVEL_SETTEXT", kFlags, commandNotAvailable},
       {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},

@@ -66,9 +66,12 @@ std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
   return text;
 }
 
-std::vector<std::uint8_t> encode(std::uint32_t table, const std::vector<OdValue>& values,
-                                 std::string_view text) {
-  std::vector<std::uint8_t> out;
+// Encodes into a buffer kept for the thread: records are added a million at a
+// time, and a buffer of their own would be another allocation each.
+const std::vector<std::uint8_t>& encode(std::uint32_t table, const std::vector<OdValue>& values,
+                                        std::string_view text) {
+  static thread_local std::vector<std::uint8_t> out;
+  out.clear();
   put(out, text.empty() ? table : table | kHasText);
   put(out, std::uint32_t{0});
   if (!text.empty()) {

@@ -1,5 +1,5 @@
-// The port's drawing queries, answered from our database, and the scratch
-// entity a module may make and erase.
+// The port's drawing queries, answered from our database, the scratch entity
+// a module may make and erase, and the display properties of entities.
 #include "host/db/PortDrawing.h"
 
 #include <cstdint>
@@ -101,6 +101,57 @@ platform::Status DbDrawing::eraseEntity(ObjectId entity) {
   // An entity that won't open can't be erased, as an open for write would fail.
   if (db_.openEntity(entity) == nullptr) return platform::Status::Failed;
   db_.eraseEntity(entity);
+  return platform::Status::Ok;
+}
+
+namespace {
+
+void applyProperties(Entity& e, const platform::EntityProperties& p) {
+  e.color = p.color.index;
+  e.layer = p.layer;
+  e.lineweight = p.lineWeight;
+  e.setLinetype(p.linetype);
+  // The rare part is made only when a value differs from its default, so that
+  // most entities stay as small as they were.
+  const bool plain = p.color.trueColor == -1 && p.color.bookName.empty() && p.linetypeScale == 1.0;
+  if (plain && !e.rare) return;
+  RareProperties& rare = e.rare.make();
+  rare.trueColor = p.color.trueColor;
+  rare.colorName = p.color.bookName;
+  rare.linetypeScale = p.linetypeScale;
+}
+
+}  // namespace
+
+std::optional<platform::EntityProperties> DbDrawing::entityProperties(ObjectId entity) const {
+  const Entity* e = db_.openEntity(entity);
+  if (e == nullptr) return std::nullopt;
+  platform::EntityProperties p;
+  p.color.index = e->color;
+  p.layer = e->layer;
+  p.linetype = e->linetype();
+  p.lineWeight = e->lineweight;
+  if (e->rare) {
+    p.color.trueColor = e->rare->trueColor;
+    p.color.bookName = e->rare->colorName;
+    p.linetypeScale = e->rare->linetypeScale;
+  }
+  return p;
+}
+
+platform::Status DbDrawing::setEntityProperties(ObjectId entity,
+                                                const platform::EntityProperties& properties) {
+  if (db_.openEntity(entity) == nullptr || db_.get<Layer>(properties.layer) == nullptr) {
+    return platform::Status::Failed;
+  }
+  applyProperties(*db_.modify<Entity>(entity), properties);
+  // A block reference's attributes are its own parts and follow it.
+  if (const auto* ref = db_.get<BlockReferenceEntity>(entity)) {
+    const std::vector<ObjectId> attributes = ref->attributes;
+    for (ObjectId a : attributes) {
+      if (Entity* attribute = db_.modify<Entity>(a)) applyProperties(*attribute, properties);
+    }
+  }
   return platform::Status::Ok;
 }
 

@@ -3,6 +3,7 @@
 // cannot be opened answers with an empty optional (or the empty string).
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +21,23 @@ struct LayerInfo {
   bool locked = false;
   bool off = false;
   bool hidden = false;
+};
+
+// An entity's colour: an index (0 by block, 256 by layer, 1 to 255 the
+// palette's) and, for a true colour, its 0x00RRGGBB and a colour book's name.
+struct EntityColor {
+  short index = 256;
+  std::int32_t trueColor = -1;
+  std::wstring bookName;
+};
+
+// The display properties one entity can hand on to another.
+struct EntityProperties {
+  EntityColor color;
+  ObjectId layer;
+  ObjectId linetype;  // null: by layer
+  double linetypeScale = 1.0;
+  short lineWeight = -1;  // hundredths of a millimetre; -1 by layer, -2 by block, -3 default
 };
 
 class Drawing {
@@ -50,6 +68,17 @@ class Drawing {
   // that needs an entity of its own for a moment; null if the host makes none.
   virtual ObjectId addPoint(const Point3d& /*position*/) { return ObjectId(); }
   virtual Status eraseEntity(ObjectId /*entity*/) { return Status::Failed; }
+
+  // The entity's display properties; empty if it won't open (or the host
+  // keeps none).
+  virtual std::optional<EntityProperties> entityProperties(ObjectId /*entity*/) const {
+    return std::nullopt;
+  }
+  // Gives the entity those properties, and its own parts with it (a block
+  // reference's attributes); Failed if it won't open for write.
+  virtual Status setEntityProperties(ObjectId /*entity*/, const EntityProperties& /*properties*/) {
+    return Status::Failed;
+  }
 };
 
 }  // namespace platform

@@ -199,6 +199,32 @@ class Lister {
   const Database& db_;
 };
 
+// The display properties that are not "by layer", as one line under the
+// heading; empty when all of them are.
+std::wstring displayProperties(const Database& db, const Entity& e) {
+  std::wstring text;
+  const auto add = [&text](const std::wstring& part) { text += L"  " + part; };
+  if (e.color != kColorByLayer) {
+    add(L"Color: " + (e.color == kColorByBlock ? L"BYBLOCK" : std::to_wstring(e.color)));
+  }
+  if (e.rare && e.rare->trueColor != -1) {
+    const std::int32_t c = e.rare->trueColor;
+    add(platform::format(L"True color: %d,%d,%d", (c >> 16) & 0xFF, (c >> 8) & 0xFF, c & 0xFF));
+  }
+  if (e.rare && !e.rare->colorName.empty()) add(L"Color book: \"" + e.rare->colorName + L"\"");
+  if (!e.linetype().isNull()) {
+    const auto* linetype = db.get<TaggedObject>(e.linetype());
+    add(L"Linetype: \"" + (linetype != nullptr ? linetype->name : std::wstring()) + L"\"");
+  }
+  if (e.rare && e.rare->linetypeScale != 1.0) {
+    add(L"Linetype scale: " + formatReal(db, e.rare->linetypeScale));
+  }
+  if (e.lineweight == -2) add(L"Lineweight: BYBLOCK");
+  if (e.lineweight == -3) add(L"Lineweight: DEFAULT");
+  if (e.lineweight >= 0) add(platform::format(L"Lineweight: %.2f mm", e.lineweight / 100.0));
+  return text.empty() ? text : text + L"\n";
+}
+
 void listCommand(Session& s) {
   const auto ids = s.selectForCommand(true);
   if (!ids) return;
@@ -210,6 +236,7 @@ void listCommand(Session& s) {
     s.print(typeName(*e) + L"  Layer: \"" + (layer != nullptr ? layer->name : L"") +
             L"\"  Space: " + (e->owner == db.modelSpace() ? L"Model space" : L"Paper space") +
             L"  Handle = " + handleToText(e->handle) + L"\n");
+    s.print(displayProperties(db, *e));
     Lister(s).entity(*e);
     if (const OdRecordList* od = db.odRecords(id)) {
       s.print(L"  Object Data records: " + std::to_wstring(od->count()) + L"\n");

@@ -24,6 +24,9 @@ class DbDrawing : public platform::Drawing {
   std::optional<platform::LayerInfo> layerByName(const std::wstring& name) const override;
   ObjectId addPoint(const platform::Point3d& position) override;
   platform::Status eraseEntity(ObjectId entity) override;
+  std::optional<platform::EntityProperties> entityProperties(ObjectId entity) const override;
+  platform::Status setEntityProperties(ObjectId entity,
+                                       const platform::EntityProperties& properties) override;
 
  private:
   Database& db_;
