@@ -117,12 +117,13 @@ bool containsId(const std::vector<ObjectId>& ids, ObjectId id) {
 }
 
 void removeDuplicateIds(std::vector<ObjectId>& ids) {
-  std::vector<ObjectId> kept;
-  kept.reserve(ids.size());
+  // A set of the ids met, so that all of model space is not searched once per id.
+  std::set<ObjectId> seen;
+  std::size_t kept = 0;
   for (ObjectId id : ids) {
-    if (!containsId(kept, id)) kept.push_back(id);
+    if (seen.insert(id).second) ids[kept++] = id;
   }
-  ids = std::move(kept);
+  ids.resize(kept);
 }
 
 void swapEraseId(std::vector<ObjectId>& ids, std::size_t index) {
