@@ -1,6 +1,7 @@
 // The scope of the value dialogs and the controls they share.
 #include "values/ValueScope.h"
 
+#include <limits>
 #include <memory>
 
 #include "oddata/OdAccess.h"
@@ -22,7 +23,12 @@ bool completeValueScope(std::vector<ObjectId>& ids) {
     SelectionResult selection = promptSelection();
     if (!selection.ok) return false;
     ids = std::move(selection.ids);
-    if (ids.empty()) ids = modelSpaceEntities();
+    if (ids.empty()) {
+      // Model space less what can't be changed, in one walk and in block
+      // order: what the drop would leave of all its entities.
+      ids = availableModelSpaceEntities(std::numeric_limits<std::size_t>::max());
+      return !ids.empty();
+    }
   }
   dropUnavailableEntities(ids);
   return !ids.empty();

@@ -6,7 +6,19 @@
 namespace host {
 namespace {
 const std::wstring kNoName;
+
+// Whether the values already stand in the table's columns and types, as an
+// update of values read from the record does, so that they need no copy.
+bool fitsColumns(const platform::OdTableDef& definition,
+                 const std::vector<platform::OdValue>& values) {
+  if (values.size() != definition.columns.size()) return false;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (values[i].type() != definition.columns[i].type) return false;
+  }
+  return true;
 }
+
+}  // namespace
 
 using platform::OpenMode;
 using platform::Status;
@@ -80,7 +92,12 @@ Status DbRecordIterator::getValue(int column, platform::OdValue& out) const {
 Status DbRecordIterator::updateRecord(const platform::OdRecord& record) {
   if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   const std::uint32_t table = list()->tableAt(pos_);
-  auto values = Database::conformValues(db_.odTableAt(table)->definition, record.values());
+  const platform::OdTableDef& definition = db_.odTableAt(table)->definition;
+  if (fitsColumns(definition, record.values())) {
+    db_.modifyOdRecords(entity_)->replace(pos_, table, record.values());
+    return Status::Ok;
+  }
+  auto values = Database::conformValues(definition, record.values());
   db_.modifyOdRecords(entity_)->replace(pos_, table, values);
   return Status::Ok;
 }
