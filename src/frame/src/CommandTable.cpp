@@ -10,6 +10,9 @@
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
 #include "search/ValueSearch.h"
+#include "values/AddValues.h"
+#include "values/CreateIDs.h"
+#include "values/ReplaceValues.h"
 
 namespace zarvel {
 namespace {
@@ -48,12 +51,12 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_ADEATTACHDATA", kFlags, commandAdeAttachData},
       {L"ZARVEL_SETTEXT", kFlags, commandNotAvailable},
       {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},
-      {L"ZARVEL_SETID", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETID", kFlags, commandSetId},
       {L"ZARVEL_SETPROP", kFlags, commandNotAvailable},
-      {L"ZARVEL_REPLACE", kFlags, commandNotAvailable},
+      {L"ZARVEL_REPLACE", kFlags, commandReplace},
       {L"ZARVEL_2POLY", kFlags, commandNotAvailable},
-      {L"ZARVEL_ADDVAL", kFlags, commandNotAvailable},
-      {L"ZARVEL_ADDVAL_OD2OD", kFlags, commandNotAvailable},
+      {L"ZARVEL_ADDVAL", kFlags, commandAddVal},
+      {L"ZARVEL_ADDVAL_OD2OD", kFlags, commandAddValOd2Od},
       {L"ZARVEL_23DPOLY", kFlags, commandNotAvailable},
       {L"ZARVEL_RMUNUSED", kFlags, commandNotAvailable},
       {L"ZARVEL_STAT", kFlags, commandNotAvailable},

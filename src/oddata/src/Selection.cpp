@@ -2,7 +2,9 @@
 // the pick-first set.
 #include "oddata/Selection.h"
 
+#include <algorithm>
 #include <set>
+#include <unordered_set>
 
 #include "oddata/Port.h"
 
@@ -117,12 +119,19 @@ bool containsId(const std::vector<ObjectId>& ids, ObjectId id) {
 }
 
 void removeDuplicateIds(std::vector<ObjectId>& ids) {
-  std::vector<ObjectId> kept;
-  kept.reserve(ids.size());
-  for (ObjectId id : ids) {
-    if (!containsId(kept, id)) kept.push_back(id);
+  // Ids in ascending order, as model space gives them, repeat only side by side.
+  if (std::is_sorted(ids.begin(), ids.end())) {
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    return;
   }
-  ids = std::move(kept);
+  // Otherwise a set of the ids met, so that a long list is not searched once per id.
+  std::unordered_set<ObjectId> seen;
+  seen.reserve(ids.size());
+  std::size_t kept = 0;
+  for (ObjectId id : ids) {
+    if (seen.insert(id).second) ids[kept++] = id;
+  }
+  ids.resize(kept);
 }
 
 void swapEraseId(std::vector<ObjectId>& ids, std::size_t index) {

@@ -60,11 +60,17 @@ bool assignTextPattern(OdValue& value, const std::wstring& text) {
   if (text.find(L'*') == std::wstring::npos) return textToValue(value, text);
   const std::wstring old = valueToText(value);
   std::wstring expanded;
+  expanded.reserve(text.size() + old.size());
   for (wchar_t c : text) {
     if (c == L'*')
       expanded += old;
     else
       expanded += c;
+  }
+  // A character value takes the text as it stands, without another copy.
+  if (value.type() == OdType::Character) {
+    value = std::move(expanded);
+    return true;
   }
   return textToValue(value, expanded);
 }

@@ -57,6 +57,14 @@ TEST(OdRecordList, RemoveAndReplaceKeepTheOthersInPlace) {
                                                      OdValue(1.5)}));
   EXPECT_EQ(valuesAt(list, 2), (std::vector<OdValue>{OdValue(3)}));
   EXPECT_EQ(valuesAt(list, 0), (std::vector<OdValue>{OdValue(0)}));
+  // At its own length a record is rewritten in place; a copy taken before
+  // (as undo takes one) keeps the old record.
+  const OdRecordList before = list;
+  list.replace(list.begin(), 5, {OdValue(7)});
+  EXPECT_EQ(list.tableAt(list.begin()), 5u);
+  EXPECT_EQ(valuesAt(list, 0), (std::vector<OdValue>{OdValue(7)}));
+  EXPECT_EQ(valuesAt(list, 2), (std::vector<OdValue>{OdValue(3)}));
+  EXPECT_EQ(valuesAt(before, 0), (std::vector<OdValue>{OdValue(0)}));
   list.remove(list.begin());
   list.remove(list.begin());
   list.remove(list.begin());

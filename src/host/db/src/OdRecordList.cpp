@@ -27,26 +27,60 @@ T readAt(const std::uint8_t* p) {
 
 template <typename T>
 void put(std::vector<std::uint8_t>& out, T v) {
-  const auto* b = reinterpret_cast<const std::uint8_t*>(&v);
-  out.insert(out.end(), b, b + sizeof v);
+  const std::size_t at = out.size();
+  out.resize(at + sizeof v);
+  std::memcpy(out.data() + at, &v, sizeof v);
 }
 
+// Written straight into the record's bytes, so that a text costs no buffer
+// of its own.
 void putText(std::vector<std::uint8_t>& out, const std::wstring& text) {
-  std::u16string units;
-  units.reserve(text.size());
+  std::uint32_t units = 0;
+  for (wchar_t wc : text) units += static_cast<std::uint32_t>(wc) >= 0x10000 ? 2 : 1;
+  put(out, units);
+  std::size_t at = out.size();
+  out.resize(at + units * sizeof(char16_t));
+  auto putUnit = [&](std::uint32_t unit) {
+    const auto c = static_cast<char16_t>(unit);
+    std::memcpy(out.data() + at, &c, sizeof c);
+    at += sizeof c;
+  };
   for (wchar_t wc : text) {
     auto c = static_cast<std::uint32_t>(wc);
     if (c >= 0x10000) {
       c -= 0x10000;
-      units.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
-      units.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+      putUnit(0xD800 + (c >> 10));
+      putUnit(0xDC00 + (c & 0x3FF));
     } else {
-      units.push_back(static_cast<char16_t>(c));
+      putUnit(c);
     }
   }
-  put(out, static_cast<std::uint32_t>(units.size()));
-  const auto* b = reinterpret_cast<const std::uint8_t*>(units.data());
-  out.insert(out.end(), b, b + units.size() * sizeof(char16_t));
+}
+
+// The bytes a record takes, but for the units a character outside the basic
+// plane adds: enough that encoding it seldom grows the buffer.
+std::size_t encodedSizeHint(const std::vector<OdValue>& values, std::string_view text) {
+  std::size_t size = kHeaderSize + (text.empty() ? 0 : 4 + text.size());
+  for (const OdValue& v : values) {
+    size += 1;
+    switch (v.type()) {
+      case OdType::Integer:
+        size += 4;
+        break;
+      case OdType::Real:
+        size += 8;
+        break;
+      case OdType::Point:
+        size += 24;
+        break;
+      case OdType::Character:
+        size += 4 + 2 * v.asText().size();
+        break;
+      case OdType::Unknown:
+        break;
+    }
+  }
+  return size;
 }
 
 std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
@@ -66,12 +100,11 @@ std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
   return text;
 }
 
-// Encodes into a buffer kept for the thread: records are added a million at a
-// time, and a buffer of their own would be another allocation each.
-const std::vector<std::uint8_t>& encode(std::uint32_t table, const std::vector<OdValue>& values,
-                                        std::string_view text) {
-  static thread_local std::vector<std::uint8_t> out;
+// Encodes into out, which keeps its capacity from one record to the next.
+const std::vector<std::uint8_t>& encode(std::vector<std::uint8_t>& out, std::uint32_t table,
+                                        const std::vector<OdValue>& values, std::string_view text) {
   out.clear();
+  out.reserve(encodedSizeHint(values, text));
   put(out, text.empty() ? table : table | kHasText);
   put(out, std::uint32_t{0});
   if (!text.empty()) {
@@ -212,11 +245,23 @@ void OdRecordList::splice(Pos pos, std::uint32_t removed,
 
 void OdRecordList::append(std::uint32_t table, const std::vector<OdValue>& values,
                           std::string_view text) {
-  splice(size_, 0, encode(table, values, text));
+  // One buffer for every record added: a run over many entities allocates none.
+  thread_local std::vector<std::uint8_t> buffer;
+  splice(size_, 0, encode(buffer, table, values, text));
 }
 
 void OdRecordList::replace(Pos pos, std::uint32_t table, const std::vector<OdValue>& values) {
-  splice(pos, next(pos) - pos, encode(table, values, {}));
+  // One buffer for every rewrite: a run over many records allocates none.
+  thread_local std::vector<std::uint8_t> buffer;
+  const std::vector<std::uint8_t>& record = encode(buffer, table, values, {});
+  const std::uint32_t length = next(pos) - pos;
+  // A record rewritten at its own length, as most value changes leave it,
+  // keeps the list's buffer.
+  if (record.size() == length) {
+    std::memcpy(data_.get() + pos, record.data(), length);
+    return;
+  }
+  splice(pos, length, record);
 }
 
 void OdRecordList::remove(Pos pos) { splice(pos, next(pos) - pos, {}); }

@@ -6,7 +6,19 @@
 namespace host {
 namespace {
 const std::wstring kNoName;
+
+// Whether the values already stand in the table's columns and types, as an
+// update of values read from the record does, so that they need no copy.
+bool fitsColumns(const platform::OdTableDef& definition,
+                 const std::vector<platform::OdValue>& values) {
+  if (values.size() != definition.columns.size()) return false;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (values[i].type() != definition.columns[i].type) return false;
+  }
+  return true;
 }
+
+}  // namespace
 
 using platform::OpenMode;
 using platform::Status;
@@ -80,7 +92,12 @@ Status DbRecordIterator::getValue(int column, platform::OdValue& out) const {
 Status DbRecordIterator::updateRecord(const platform::OdRecord& record) {
   if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   const std::uint32_t table = list()->tableAt(pos_);
-  auto values = Database::conformValues(db_.odTableAt(table)->definition, record.values());
+  const platform::OdTableDef& definition = db_.odTableAt(table)->definition;
+  if (fitsColumns(definition, record.values())) {
+    db_.modifyOdRecords(entity_)->replace(pos_, table, record.values());
+    return Status::Ok;
+  }
+  auto values = Database::conformValues(definition, record.values());
   db_.modifyOdRecords(entity_)->replace(pos_, table, values);
   return Status::Ok;
 }
@@ -129,26 +146,13 @@ void DbOdTable::initRecord(platform::OdRecord& record) const {
   record.values() = Database::conformValues(t->definition, {});
 }
 
-namespace {
-
-bool conforms(const platform::OdTableDef& definition,
-              const std::vector<platform::OdValue>& values) {
-  if (values.size() != static_cast<std::size_t>(definition.count())) return false;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if (values[i].type() != definition.columns[i].type) return false;
-  }
-  return true;
-}
-
-}  // namespace
-
 Status DbOdTable::addRecord(const platform::OdRecord& record, ObjectId entity) {
   const OdTableObject* t = db_.odTable(table_);
   if (t == nullptr || t->erased || db_.openEntity(entity) == nullptr) return Status::Failed;
   const std::uint32_t index = t->index;
   // A record made from the table itself needs no conforming, and records are
   // added a million at a time: the copy is spared.
-  if (conforms(t->definition, record.values())) {
+  if (fitsColumns(t->definition, record.values())) {
     db_.modifyOdRecords(entity)->append(index, record.values());
   } else {
     db_.modifyOdRecords(entity)->append(index,

@@ -125,7 +125,21 @@ struct Message {
   X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD") \
   X(kDlgAttach, 1023, (), L"Attach") \
   X(kDlgDetach, 1024, (), L"Detach") \
-  X(kDlgProgressLabel, 1025, (), L"ZARVEL")
+  X(kDlgProgressLabel, 1025, (), L"ZARVEL") \
+  X(kDlgGenerateIdsTitle, 1250, (), L"Generate IDs") \
+  X(kDlgPrefix, 1251, (), L"Prefix") \
+  X(kDlgSuffix, 1252, (), L"Suffix") \
+  X(kDlgFirst, 1253, (), L"First") \
+  X(kDlgReplaceValuesTitle, 1254, (), L"Replace OD values") \
+  X(kDlgSearchFor, 1255, (), L"Search for") \
+  X(kDlgReplaceWith, 1256, (), L"-->") \
+  X(kDlgAddValuesTitle, 1257, (), L"Add OD values") \
+  X(kDlgTo, 1258, (), L"to") \
+  X(kDlgFrom, 1259, (), L"from") \
+  X(kDlgFromTable, 1260, (), L"From table") \
+  X(kDlgFromField, 1261, (), L"From field") \
+  X(kDlgToTable, 1262, (), L"To table") \
+  X(kDlgToField, 1263, (), L"To field")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \
