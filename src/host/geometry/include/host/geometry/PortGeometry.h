@@ -35,6 +35,10 @@ class DbEntityGeometry : public platform::EntityGeometry {
   ObjectId toPolyline(ObjectId spline, int precision) override;
   void release(ObjectId curve) override;
 
+  // Curves made for the caller and not yet released, for tests of callers
+  // that must release them.
+  std::size_t heldCurves() const { return made_.size(); }
+
  private:
   // An entity of the drawing that opens, or a curve made for the caller.
   const Entity* find(ObjectId id) const;
