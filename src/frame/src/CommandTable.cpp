@@ -9,6 +9,7 @@
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
 #include "search/ValueSearch.h"
+#include "values/SetFromText.h"
 
 namespace zarvel {
 namespace {
@@ -45,7 +46,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_COPY_ALL", kFlags, commandNotAvailable},
       {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandNotAvailable},
       {L"ZARVEL_ADEATTACHDATA", kFlags, commandAdeAttachData},
-      {L"ZARVEL_SETTEXT", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETTEXT", kFlags, commandSetText},
       {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},
       {L"ZARVEL_SETID", kFlags, commandNotAvailable},
       {L"ZARVEL_SETPROP", kFlags, commandNotAvailable},

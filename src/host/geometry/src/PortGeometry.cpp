@@ -201,6 +201,14 @@ std::optional<Point3d> DbEntityGeometry::position(ObjectId id) const {
   return std::nullopt;
 }
 
+std::optional<platform::TextAlignment> DbEntityGeometry::textAlignment(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::Text) return std::nullopt;
+  const TextData& t = static_cast<const TextEntity&>(*e).data;
+  return platform::TextAlignment{t.horizontalAlignment, t.verticalAlignment,
+                                 geometry::Ocs(t.normal).toWorld(t.alignmentPoint)};
+}
+
 std::optional<std::wstring> DbEntityGeometry::text(ObjectId id) const {
   const Entity* e = find(id);
   if (e == nullptr) return std::nullopt;

@@ -3,6 +3,7 @@
 // cannot be opened answers with an empty optional (or the empty string).
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,16 @@
 #include "platform/Status.h"
 
 namespace platform {
+
+struct RgbColor {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+};
+
+// Colour indices with a meaning of their own.
+inline constexpr std::int16_t kColorIndexByBlock = 0;
+inline constexpr std::int16_t kColorIndexByLayer = 256;
 
 struct LayerInfo {
   ObjectId id;
@@ -50,6 +61,28 @@ class Drawing {
   // that needs an entity of its own for a moment; null if the host makes none.
   virtual ObjectId addPoint(const Point3d& /*position*/) { return ObjectId(); }
   virtual Status eraseEntity(ObjectId /*entity*/) { return Status::Failed; }
+
+  // Objects a module adds to the drawing for good, each within the command's
+  // undo step; a host that makes none answers null.
+  // A layer thawed, on and unlocked, in that colour; null if the name is taken.
+  virtual ObjectId addLayer(const std::wstring& /*name*/, const RgbColor& /*color*/) {
+    return ObjectId();
+  }
+  // An empty block definition; null if the name is taken.
+  virtual ObjectId addBlock(const std::wstring& /*name*/, const Point3d& /*origin*/) {
+    return ObjectId();
+  }
+  // A circle in the plane of XY, appended to a block definition.
+  virtual ObjectId addCircle(ObjectId /*block*/, const Point3d& /*center*/, double /*radius*/,
+                             std::int16_t /*colorIndex*/) {
+    return ObjectId();
+  }
+  // A reference of the block in model space, scaled alike along all three axes.
+  virtual ObjectId addBlockReference(ObjectId /*block*/, const Point3d& /*position*/,
+                                     double /*scale*/, ObjectId /*layer*/,
+                                     std::int16_t /*colorIndex*/) {
+    return ObjectId();
+  }
 };
 
 }  // namespace platform

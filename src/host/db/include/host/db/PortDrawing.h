@@ -24,6 +24,12 @@ class DbDrawing : public platform::Drawing {
   std::optional<platform::LayerInfo> layerByName(const std::wstring& name) const override;
   ObjectId addPoint(const platform::Point3d& position) override;
   platform::Status eraseEntity(ObjectId entity) override;
+  ObjectId addLayer(const std::wstring& name, const platform::RgbColor& color) override;
+  ObjectId addBlock(const std::wstring& name, const platform::Point3d& origin) override;
+  ObjectId addCircle(ObjectId block, const platform::Point3d& center, double radius,
+                     std::int16_t colorIndex) override;
+  ObjectId addBlockReference(ObjectId block, const platform::Point3d& position, double scale,
+                             ObjectId layer, std::int16_t colorIndex) override;
 
  private:
   Database& db_;
