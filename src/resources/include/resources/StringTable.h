@@ -112,23 +112,23 @@ struct Message {
 
 // The texts of the dialogs' templates: titles, labels and buttons, numbered
 // from 1000 on so that they never meet the string table's ids.
-#define ZARVEL_DIALOG_TEXTS(X)                                                       \
-  X(kDlgDetachOdTitle, 1000, (), L"Detach OD")                                       \
-  X(kDlgTablesLabel, 1001, (), L"Tables")                                            \
-  X(kDlgOk, 1002, (), L"OK")                                                         \
-  X(kDlgCancel, 1003, (), L"Cancel")                                                 \
-  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")                           \
-  X(kDlgObjectDataTitle, 1005, (), L"ObjectData")                                    \
-  X(kDlgSimultaneous, 1006, (), L"Simultaneous")                                     \
+#define ZARVEL_DIALOG_TEXTS(X) \
+  X(kDlgDetachOdTitle, 1000, (), L"Detach OD") \
+  X(kDlgTablesLabel, 1001, (), L"Tables") \
+  X(kDlgOk, 1002, (), L"OK") \
+  X(kDlgCancel, 1003, (), L"Cancel") \
+  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing") \
+  X(kDlgObjectDataTitle, 1005, (), L"ObjectData") \
+  X(kDlgSimultaneous, 1006, (), L"Simultaneous") \
   X(kDlgFindSpecificValuesTitle, 1020, (), L"Find entities with specific OD values") \
-  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)")                     \
-  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD")                            \
-  X(kDlgAttach, 1023, (), L"Attach")                                                 \
-  X(kDlgDetach, 1024, (), L"Detach")                                                 \
-  X(kDlgProgressLabel, 1025, (), L"ZARVEL")                                          \
-  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text")                             \
-  X(kDlgTableLabel, 1201, (), L"Table")                                              \
-  X(kDlgFieldLabel, 1202, (), L"Field")                                              \
+  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)") \
+  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD") \
+  X(kDlgAttach, 1023, (), L"Attach") \
+  X(kDlgDetach, 1024, (), L"Detach") \
+  X(kDlgProgressLabel, 1025, (), L"ZARVEL") \
+  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text") \
+  X(kDlgTableLabel, 1201, (), L"Table") \
+  X(kDlgFieldLabel, 1202, (), L"Field") \
   X(kDlgToleranceLabel, 1203, (), L"Tolerance:")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
