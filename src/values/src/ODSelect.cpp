@@ -70,7 +70,8 @@ void ODSelect::onInit() {
       break;
     }
   }
-  if (chosenIndex(list) >= 0) tableChanged();
+  // The field chosen last stays remembered until the user changes the table.
+  if (chosenIndex(list) >= 0) fillFields();
 }
 
 void ODSelect::onChange(int controlId) {
@@ -91,8 +92,7 @@ void ODSelect::onChange(int controlId) {
 
 void ODSelect::tableChanged() {
   const DialogControl& list = control(kIdTableList);
-  DialogControl& fields = control(kIdFieldList);
-  fields.setItems({});
+  control(kIdFieldList).setItems({});
   remembered().setTextFieldName.clear();
   setOkEnabled(false);
   const int chosen = chosenIndex(list);
@@ -101,13 +101,17 @@ void ODSelect::tableChanged() {
     return;
   }
   remembered().setTextTableName = list.items[static_cast<std::size_t>(chosen)];
+  fillFields();
+}
+
+void ODSelect::fillFields() {
   std::unique_ptr<platform::OdTable> table =
       getODContainer().getTable(remembered().setTextTableName);
   if (!table) return;
   const platform::OdTableDef definition = table->definition();
   std::vector<std::wstring> names;
   for (int i = 0; i < definition.count(); ++i) names.push_back(definition.column(i).name);
-  fields.setItems(std::move(names));
+  control(kIdFieldList).setItems(std::move(names));
 }
 
 void ODSelect::fieldChanged() {

@@ -38,6 +38,7 @@ class ODSelect : public platform::DialogModel {
 
  private:
   void tableChanged();
+  void fillFields();
   void fieldChanged();
   void toleranceChanged();
   void setOkEnabled(bool enabled);
