@@ -9,7 +9,9 @@
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
 #include "search/ValueSearch.h"
+#include "values/SetCoordinates.h"
 #include "values/SetFromText.h"
+#include "values/SetProperties.h"
 
 namespace zarvel {
 namespace {
@@ -47,9 +49,9 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandNotAvailable},
       {L"ZARVEL_ADEATTACHDATA", kFlags, commandAdeAttachData},
       {L"ZARVEL_SETTEXT", kFlags, commandSetText},
-      {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETXYZ", kFlags, commandSetXyz},
       {L"ZARVEL_SETID", kFlags, commandNotAvailable},
-      {L"ZARVEL_SETPROP", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETPROP", kFlags, commandSetProp},
       {L"ZARVEL_REPLACE", kFlags, commandNotAvailable},
       {L"ZARVEL_2POLY", kFlags, commandNotAvailable},
       {L"ZARVEL_ADDVAL", kFlags, commandNotAvailable},

@@ -8,6 +8,7 @@
 #include "oddata/Port.h"
 #include "platform/Text.h"
 #include "resources/StringTable.h"
+#include "values/ValueScope.h"
 
 namespace zarvel {
 namespace {
@@ -57,13 +58,7 @@ ODSelect::ODSelect(std::vector<std::wstring> limit)
 
 void ODSelect::onInit() {
   DialogControl& list = control(kIdTableList);
-  std::vector<std::wstring> names;
-  for (std::wstring& name : port().project().tableNames(platform::kAllTableKinds)) {
-    if (!isUserTable(name)) continue;
-    if (!tableLimit.empty() && !containsText(tableLimit, name)) continue;
-    names.push_back(std::move(name));
-  }
-  list.setItems(std::move(names));
+  list.setItems(offeredTables(tableLimit));
   for (std::size_t i = 0; i < list.items.size(); ++i) {
     if (list.items[i] == remembered().setTextTableName) {
       list.selected[i] = true;

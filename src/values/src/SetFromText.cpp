@@ -13,6 +13,7 @@
 #include "values/ErrorMarkers.h"
 #include "values/SetFromText.h"
 #include "values/TextMatching.h"
+#include "values/ValueScope.h"
 #include "values/VertexLists.h"
 
 namespace zarvel {
@@ -25,21 +26,6 @@ using platform::Point3d;
 // light background.
 constexpr platform::RgbColor kErrorLayerColor{255, 255, 0};
 constexpr double kMarkerBlockRadius = 1.0;
-
-// A selection of one's own when no ids were given: the pick-first set, else
-// the prompt; Enter with nothing chosen takes all of model space, Esc nothing.
-std::vector<ObjectId> chooseEntities() {
-  std::vector<ObjectId> ids = impliedSelection();
-  if (!ids.empty()) return ids;
-  platform::SelectionReply reply = port().editor().selectObjects();
-  if (reply.status == platform::PromptStatus::Cancel) return {};
-  if (!reply.ids.empty()) return std::move(reply.ids);
-  platform::Drawing& drawing = port().drawing();
-  for (ObjectId id : drawing.blockEntityIds(drawing.modelSpaceId())) {
-    if (!id.isNull()) ids.push_back(id);
-  }
-  return ids;
-}
 
 // A text stands at its insertion point when it is left-aligned, aligned or
 // fitted on its base line, and otherwise at its alignment point.
@@ -178,11 +164,8 @@ class Filler {
 };
 
 void Filler::fill(ObjectId target, const TargetShape& shape, platform::OdRecordIterator& it) {
-  const std::wstring& table = ODSelect::tableName();
-  initWalk(it, target, platform::OpenMode::Write);
-  while (!it.isDone() && it.recordTableName() != table) it.next();
   OdRecord record;
-  if (it.isDone() || it.getRecord(record) != platform::Status::Ok) return;
+  if (!firstRecordOfTable(it, target, ODSelect::tableName(), record)) return;
   const int column = fieldIndex(record.tableName());
   if (column < 0) return;
   const std::optional<int> chosen = choose(shape);
@@ -255,10 +238,10 @@ void report(const Counters& c, int targets) {
 
 void setFromText(std::vector<ObjectId>& ids) {
   ResourceScope scope;
-  ODSelect dialog(listTableNames(ids.empty() ? visibleImpliedSelection() : ids, true));
+  ODSelect dialog(tablesInUse(ids));
   if (port().ui().runModal(dialog) != platform::kIdOk) return;
   if (ODSelect::tableName().empty() || ODSelect::fieldName().empty()) return;
-  if (ids.empty()) ids = chooseEntities();
+  selectWhenEmpty(ids);
   if (ids.empty()) return;
 
   ensureLayer(kErrorMarkerName, kErrorLayerColor);
