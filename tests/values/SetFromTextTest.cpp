@@ -143,7 +143,7 @@ TEST_F(SetFromTextTest, GivenIdsLoseTheirTextsAndTakeThemAtTheirPoints) {
   };
   auto m = std::make_unique<host::MTextEntity>();
   m->position = {40.5, 0, 7};
-  m->text = L"one\r\ntwo";
+  m->text = L"{\\fArial;one}\\Ptwo";
   ids.push_back(add(std::move(m)));
   ids.push_back(failing);
   answerDialog(L"NAME", L"");

@@ -38,7 +38,7 @@ Point3d textPoint(const platform::EntityGeometry& geometry, ObjectId id) {
   return atPosition ? position : alignment->alignmentPoint;
 }
 
-// An mtext's lines, joined by the paragraph code that the field then holds.
+// An mtext's plain lines, joined by the paragraph code that the field then holds.
 std::wstring mtextString(const std::wstring& contents) {
   std::wstring text;
   for (wchar_t c : contents) {
@@ -66,7 +66,7 @@ std::vector<TextItem> takeTexts(std::vector<ObjectId>& ids) {
       texts.push_back({textPoint(geometry, id), geometry.text(id).value_or(L"")});
     } else if (kind == EntityClass::MText) {
       texts.push_back({geometry.position(id).value_or(Point3d{}),
-                       mtextString(geometry.text(id).value_or(L""))});
+                       mtextString(geometry.plainText(id).value_or(L""))});
     } else {
       ids[kept++] = id;
     }

@@ -60,6 +60,9 @@ class EntityGeometry {
   virtual std::optional<Point3d> position(ObjectId entity) const = 0;
   // A text's or attribute's string; an mtext's with its formatting codes.
   virtual std::optional<std::wstring> text(ObjectId entity) const = 0;
+  // An mtext's string as plain text: its formatting codes stripped, each
+  // paragraph break a carriage return and line feed. Other classes as text().
+  virtual std::optional<std::wstring> plainText(ObjectId entity) const { return text(entity); }
   // A single-line text's alignment; nothing for other classes, or from a host
   // that keeps every text at its insertion point.
   virtual std::optional<TextAlignment> textAlignment(ObjectId /*text*/) const {

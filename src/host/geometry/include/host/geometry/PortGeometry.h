@@ -30,6 +30,7 @@ class DbEntityGeometry : public platform::EntityGeometry {
   std::vector<Point3d> fitPoints(ObjectId spline) const override;
   std::optional<Point3d> position(ObjectId entity) const override;
   std::optional<std::wstring> text(ObjectId entity) const override;
+  std::optional<std::wstring> plainText(ObjectId entity) const override;
   std::optional<platform::TextAlignment> textAlignment(ObjectId text) const override;
   std::vector<ObjectId> explode(ObjectId polyline) override;
   ObjectId spline(ObjectId curve) override;
