@@ -242,13 +242,14 @@ std::vector<int> TextMatcher::textsInside(const TargetShape& polygon, const Poin
   std::vector<int> inside;
   Box2d box;
   const bool bounded = boundsOf(polygon, box) && polygon.front().x == polygon.back().x &&
-                       polygon.front().y == polygon.back().y &&
+                       polygon.front().y == polygon.back().y && isFinite(outsidePoint) &&
                        !contains(grown(box, 0.0), outsidePoint);
   // From a point beyond the outline's box to a ray's end beyond it too, the
   // way crosses an outline that ends where it starts an even number of times.
   // Otherwise every text is tried: an end inside the box (the bounds that
-  // outsidePointOf gathers can fall short), or a gap, however small, between
-  // the last point and the first, through which a way from afar may pass.
+  // outsidePointOf gathers can fall short) or out of range, or a gap, however
+  // small, between the last point and the first, through which a way from
+  // afar may pass.
   std::vector<int> candidates;
   if (bounded) {
     candidates = index_.within(grown(box, 0.0));
