@@ -69,6 +69,8 @@ std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
 std::vector<std::uint8_t> encode(std::uint32_t table, const std::vector<OdValue>& values,
                                  std::string_view text) {
   std::vector<std::uint8_t> out;
+  // Room for the usual record at once: a point's 25 bytes, a short text's few.
+  out.reserve(kHeaderSize + 4 + text.size() + 25 * values.size());
   put(out, text.empty() ? table : table | kHasText);
   put(out, std::uint32_t{0});
   if (!text.empty()) {
