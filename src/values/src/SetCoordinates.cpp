@@ -2,6 +2,7 @@
 // that the closing tests of the vertex lists work to that precision.
 #include "values/SetCoordinates.h"
 
+#include <charconv>
 #include <memory>
 
 #include "oddata/CommandFrame.h"
@@ -31,19 +32,38 @@ const double* coordinateOfColumn(const SetXyzChoices& c, const std::wstring& col
   return nullptr;
 }
 
+// The text of "%lf": six decimals, whatever the precision, so that the text
+// decides what each type of field takes from it. Printed by the same exact
+// route as the port's formatter, without its parsing of a format for each of
+// a million values.
+void sixDecimals(double value, std::wstring& text) {
+  // The largest finite double has 309 digits before the point.
+  char digits[330];
+  const std::to_chars_result printed =
+      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6);
+  text.assign(digits, printed.ec == std::errc() ? printed.ptr : digits);
+}
+
+// What the record loop keeps from one entity to the next, so that a million
+// of them are read and written without a million allocations.
+struct Scratch {
+  platform::OdRecord record;
+  std::wstring text;
+};
+
 // Writes the point into the entity's first record of the table; false when
 // it has none or no column of it was chosen.
 bool writePoint(platform::OdRecordIterator& it, ObjectId entity, const SetXyzChoices& c,
-                const platform::OdTableDef& definition, const Point3d& point) {
-  platform::OdRecord record;
+                const platform::OdTableDef& definition, const Point3d& point, Scratch& scratch) {
+  platform::OdRecord& record = scratch.record;
+  std::wstring& text = scratch.text;
   if (!firstRecordOfTable(it, entity, c.setXYZTableName, record)) return false;
   bool written = false;
   for (int i = 0; i < record.count() && i < definition.count(); ++i) {
     const double* value = coordinateOfColumn(c, definition.column(i).name, point);
     if (value == nullptr) continue;
-    // Always six decimals, whatever the precision: the text decides what
-    // each type of field takes from it.
-    setFieldFromText(record, i, platform::format(L"%lf", *value));
+    sixDecimals(*value, text);
+    setFieldFromText(record, i, text);
     written = true;
   }
   // The record is written as it was changed: the iterator holds it for write.
@@ -90,8 +110,9 @@ void setFromCoordinates(std::vector<ObjectId>& ids) {
   const platform::OdTableDef definition = table ? table->definition() : platform::OdTableDef();
   const std::unique_ptr<platform::OdRecordIterator> it = container.newIterator();
   int count = 0;
+  Scratch scratch;
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    if (writePoint(*it, ids[i], c, definition, points[i])) ++count;
+    if (writePoint(*it, ids[i], c, definition, points[i], scratch)) ++count;
   }
   // Nothing is left to undo should the host refuse: the changes are made.
   platform::ignoreStatus(unlockDoc());

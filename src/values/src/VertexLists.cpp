@@ -192,8 +192,9 @@ Point3d pathMidpoint(const PointList3d& points) {
   return points.back();
 }
 
+// An entity that won't open has neither class nor box, which the port says
+// without a separate test of opening.
 Point3d coordinatePoint(ObjectId entity, PlanMode planMode, HeightMode heightMode) {
-  if (!port().drawing().canOpen(entity)) return undeterminedPoint();
   EntityGeometry& geometry = port().geometry();
   const EntityClass kind = geometry.entityClass(entity);
   if (kind == EntityClass::BlockReference || kind == EntityClass::Text) {

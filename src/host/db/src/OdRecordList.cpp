@@ -69,6 +69,8 @@ std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
 std::vector<std::uint8_t> encode(std::uint32_t table, const std::vector<OdValue>& values,
                                  std::string_view text) {
   std::vector<std::uint8_t> out;
+  // Room for the usual record at once: a point's 25 bytes, a short text's few.
+  out.reserve(kHeaderSize + 4 + text.size() + 25 * values.size());
   put(out, text.empty() ? table : table | kHasText);
   put(out, std::uint32_t{0});
   if (!text.empty()) {
@@ -192,6 +194,12 @@ bool OdRecordList::valueAt(Pos pos, int index, OdValue& out) const {
 void OdRecordList::splice(Pos pos, std::uint32_t removed,
                           const std::vector<std::uint8_t>& inserted) {
   assert(pos + removed <= size_);
+  // A record rewritten at its own length, as most updates are, needs no new
+  // buffer: the list owns its bytes alone.
+  if (removed > 0 && inserted.size() == removed) {
+    std::memcpy(data_.get() + pos, inserted.data(), removed);
+    return;
+  }
   const auto newSize = static_cast<std::uint32_t>(size_ - removed + inserted.size());
   std::unique_ptr<std::uint8_t[]> data;
   if (newSize > 0) {
