@@ -13,6 +13,9 @@
 #include "values/AddValues.h"
 #include "values/CreateIDs.h"
 #include "values/ReplaceValues.h"
+#include "values/SetCoordinates.h"
+#include "values/SetFromText.h"
+#include "values/SetProperties.h"
 
 namespace zarvel {
 namespace {
@@ -49,10 +52,10 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_COPY_ALL", kFlags, commandCopyAll},
       {L"ZARVEL_COPY_ALL_VALUE", kFlags, commandCopyAllValue},
       {L"ZARVEL_ADEATTACHDATA", kFlags, commandAdeAttachData},
-      {L"ZARVEL_SETTEXT", kFlags, commandNotAvailable},
-      {L"ZARVEL_SETXYZ", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETTEXT", kFlags, commandSetText},
+      {L"ZARVEL_SETXYZ", kFlags, commandSetXyz},
       {L"ZARVEL_SETID", kFlags, commandSetId},
-      {L"ZARVEL_SETPROP", kFlags, commandNotAvailable},
+      {L"ZARVEL_SETPROP", kFlags, commandSetProp},
       {L"ZARVEL_REPLACE", kFlags, commandReplace},
       {L"ZARVEL_2POLY", kFlags, commandNotAvailable},
       {L"ZARVEL_ADDVAL", kFlags, commandAddVal},

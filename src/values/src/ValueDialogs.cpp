@@ -1,9 +1,11 @@
 // The controls that the value dialogs build alike.
 #include "values/ValueDialogs.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "oddata/OdAccess.h"
+#include "platform/Text.h"
 
 namespace zarvel {
 
@@ -21,6 +23,22 @@ platform::DialogControl editBox(int id, std::wstring label) {
   c.kind = platform::ControlKind::Edit;
   c.label = std::move(label);
   return c;
+}
+
+void selectItem(platform::DialogControl& control, const std::wstring& name) {
+  const auto found = std::find(control.items.begin(), control.items.end(), name);
+  if (found == control.items.end()) return;
+  const std::size_t index = static_cast<std::size_t>(found - control.items.begin());
+  if (control.kind == platform::ControlKind::ComboBox) {
+    control.current = static_cast<int>(index);
+    return;
+  }
+  control.selected.assign(control.items.size(), false);
+  control.selected[index] = true;
+}
+
+int precisionOf(const platform::DialogControl& edit) {
+  return std::max(platform::wtoi(edit.text), 0);
 }
 
 bool fillTableList(platform::DialogControl& list, std::vector<std::wstring> names) {
@@ -44,6 +62,7 @@ std::wstring chosenText(const platform::DialogControl& control) {
 
 std::vector<std::wstring> columnNamesOf(const std::wstring& table) {
   std::vector<std::wstring> names;
+  if (table.empty()) return names;
   std::unique_ptr<platform::OdTable> t = getODContainer().getTable(table);
   if (!t) return names;
   for (const platform::OdColumnDef& column : t->definition().columns) names.push_back(column.name);

@@ -85,6 +85,34 @@ TEST_F(PortGeometryTest, TextsAndReferencesTellTheirPlaceAndWords) {
   EXPECT_FALSE(geometry.extents(t).has_value());
 }
 
+TEST_F(PortGeometryTest, MultilineTextsReadAsPlainText) {
+  const struct {
+    const wchar_t* contents;
+    const wchar_t* plain;
+  } cases[] = {
+      {L"{\\fArial|b1|i0;Oak} \\H2.5x;lane", L"Oak lane"},
+      {L"one\\Ptwo\\Nthree", L"one\r\ntwo\r\nthree"},
+      {L"a\\\\b \\{c\\} d\\~e", L"a\\b {c} d\u00A0e"},
+      {L"\\U+00E9t\\U+00e9 \\S1/2; \\Lunder\\l", L"\u00E9t\u00E9 1/2 under"},
+      {L"50%%d \\C1;red\\pxqc;", L"50%%d red"},
+  };
+  for (const auto& c : cases) {
+    MTextEntity m;
+    m.text = c.contents;
+    EXPECT_EQ(*geometry.plainText(add(m)), c.plain) << c.contents;
+  }
+  TextEntity text;
+  text.data.text = L"{as typed}";
+  EXPECT_EQ(*geometry.plainText(add(text)), L"{as typed}");
+  TextEntity aligned;
+  aligned.data.horizontalAlignment = 1;
+  aligned.data.alignmentPoint = {5, 6, 0};
+  const std::optional<platform::TextAlignment> a = geometry.textAlignment(add(aligned));
+  ASSERT_TRUE(a.has_value());
+  EXPECT_EQ(a->horizontalMode, 1);
+  EXPECT_EQ(a->alignmentPoint, (Point3d{5, 6, 0}));
+}
+
 TEST_F(PortGeometryTest, KeptExtentsFollowChangesUndoRedoAndRollBack) {
   const ObjectId id = add(line({0, 0, 0}, {1, 1, 0}));
   auto top = [&] { return geometry.extents(id)->max; };

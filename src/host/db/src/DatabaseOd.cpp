@@ -46,7 +46,10 @@ std::vector<OdValue> Database::conformValues(const platform::OdTableDef& definit
   const auto columns = static_cast<std::size_t>(definition.count());
   values.resize(std::min(values.size(), columns));
   for (std::size_t i = 0; i < values.size(); ++i) {
-    values[i] = coerce(values[i], definition.columns[i]);
+    // A value of its column's type stays as it is, uncopied.
+    if (values[i].type() != definition.columns[i].type) {
+      values[i] = coerce(values[i], definition.columns[i]);
+    }
   }
   for (std::size_t i = values.size(); i < columns; ++i) {
     values.push_back(definition.columns[i].defaultValue);

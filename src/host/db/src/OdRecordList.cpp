@@ -228,6 +228,12 @@ bool OdRecordList::valueAt(Pos pos, int index, OdValue& out) const {
 void OdRecordList::splice(Pos pos, std::uint32_t removed,
                           const std::vector<std::uint8_t>& inserted) {
   assert(pos + removed <= size_);
+  // A record rewritten at its own length, as most updates are, needs no new
+  // buffer: the list owns its bytes alone.
+  if (removed > 0 && inserted.size() == removed) {
+    std::memcpy(data_.get() + pos, inserted.data(), removed);
+    return;
+  }
   const auto newSize = static_cast<std::uint32_t>(size_ - removed + inserted.size());
   std::unique_ptr<std::uint8_t[]> data;
   if (newSize > 0) {

@@ -121,6 +121,18 @@ void applyProperties(Entity& e, const platform::EntityProperties& p) {
   rare.linetypeScale = p.linetypeScale;
 }
 
+// The colour index a layer shows where no true colour is drawn: the one of the
+// seven standard colours that the colour is, else white.
+std::int16_t standardColorIndex(const platform::RgbColor& c) {
+  const bool r = c.red == 255;
+  const bool g = c.green == 255;
+  const bool b = c.blue == 255;
+  const bool pure = (c.red == 0 || r) && (c.green == 0 || g) && (c.blue == 0 || b);
+  if (!pure) return 7;
+  static const std::int16_t kByBits[8] = {7, 5, 3, 4, 1, 6, 2, 7};  // bits: red 4, green 2, blue 1
+  return kByBits[(r ? 4 : 0) | (g ? 2 : 0) | (b ? 1 : 0)];
+}
+
 }  // namespace
 
 std::optional<platform::EntityProperties> DbDrawing::entityProperties(ObjectId entity) const {
@@ -153,6 +165,43 @@ platform::Status DbDrawing::setEntityProperties(ObjectId entity,
     }
   }
   return platform::Status::Ok;
+}
+
+ObjectId DbDrawing::addLayer(const std::wstring& name, const platform::RgbColor& color) {
+  if (name.empty() || !db_.findLayer(name).isNull()) return ObjectId();
+  const ObjectId id = db_.addLayer(name);
+  Layer* layer = db_.modify<Layer>(id);
+  layer->color = standardColorIndex(color);
+  layer->trueColor =
+      (std::int32_t{color.red} << 16) | (std::int32_t{color.green} << 8) | color.blue;
+  return id;
+}
+
+ObjectId DbDrawing::addBlock(const std::wstring& name, const platform::Point3d& origin) {
+  if (name.empty() || !db_.findBlock(name).isNull()) return ObjectId();
+  return db_.addBlock(name, origin);
+}
+
+ObjectId DbDrawing::addCircle(ObjectId block, const platform::Point3d& center, double radius,
+                              std::int16_t colorIndex) {
+  if (db_.get<BlockRecord>(block) == nullptr || db_.object(block)->erased) return ObjectId();
+  auto circle = std::make_unique<CircleEntity>();
+  circle->center = center;
+  circle->radius = radius;
+  circle->color = colorIndex;
+  return db_.addEntity(std::move(circle), block);
+}
+
+ObjectId DbDrawing::addBlockReference(ObjectId block, const platform::Point3d& position,
+                                      double scale, ObjectId layer, std::int16_t colorIndex) {
+  if (db_.get<BlockRecord>(block) == nullptr || db_.object(block)->erased) return ObjectId();
+  auto reference = std::make_unique<BlockReferenceEntity>();
+  reference->block = block;
+  reference->position = position;
+  reference->scale = {scale, scale, scale};
+  reference->layer = db_.get<Layer>(layer) != nullptr ? layer : ObjectId();
+  reference->color = colorIndex;
+  return db_.addEntity(std::move(reference), db_.modelSpace());
 }
 
 }  // namespace host

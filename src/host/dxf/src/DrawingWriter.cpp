@@ -300,6 +300,7 @@ void Writer::writeLayer(ObjectId id, Handle tableHandle) {
     out_.write(2, codec().encode(layer.name));
     out_.write(70, stateFlags(0));
     out_.write(62, color);
+    if (layer.trueColor != -1) out_.write(420, layer.trueColor);
     out_.write(6, codec().encode(layer.linetype.isNull() ? std::wstring(L"Continuous")
                                                          : linetypeName(layer.linetype)));
     out_.write(370, layer.lineweight);

@@ -20,6 +20,7 @@ enum class Outcome { Kept, Changed, Cancelled };
 
 const wchar_t* const kYes = L"Yes";
 const wchar_t* const kNo = L"No";
+const wchar_t* const kNoItem = L"<none>";
 
 bool isAsked(const DialogControl& control) {
   if (!control.enabled || !control.visible) return false;
@@ -143,14 +144,19 @@ class ControlAsker {
   Outcome askChoice(DialogControl& control) {
     const std::wstring label = promptLabel(control);
     const int current = chosenItem(control);
+    // An empty item, a combo box's "no field", could be neither shown nor typed.
+    std::vector<std::wstring> names = control.items;
+    for (std::wstring& name : names) {
+      if (name.empty()) name = kNoItem;
+    }
     std::optional<std::wstring> shown;
-    if (current >= 0) shown = control.items[static_cast<std::size_t>(current)];
-    const std::wstring prompt = keywordPrompt(label, control.items, shown);
+    if (current >= 0) shown = names[static_cast<std::size_t>(current)];
+    const std::wstring prompt = keywordPrompt(label, names, shown);
     for (;;) {
-      const platform::StringReply reply = prompter_.ask(prompt, control.items);
+      const platform::StringReply reply = prompter_.ask(prompt, names);
       if (reply.status == PromptStatus::Cancel) return Outcome::Cancelled;
       if (reply.status == PromptStatus::None) return Outcome::Kept;
-      const int chosen = itemIndex(control, label, reply.text);
+      const int chosen = itemIndex(names, label, reply.text);
       if (chosen < 0) continue;
       if (chosen == current) return Outcome::Kept;
       if (control.kind == ControlKind::ComboBox) {
@@ -261,8 +267,12 @@ class ControlAsker {
 
   // The item so named, or -1 after saying that there is none.
   int itemIndex(const DialogControl& control, const std::wstring& label, std::wstring_view answer) {
+    return itemIndex(control.items, label, answer);
+  }
+  int itemIndex(const std::vector<std::wstring>& items, const std::wstring& label,
+                std::wstring_view answer) {
     const std::wstring_view name = trimBlanks(answer);
-    const int index = findName(name, control.items);
+    const int index = findName(name, items);
     if (index < 0) prompter_.print(label + L" has no item '" + std::wstring(name) + L"'.\n");
     return index;
   }

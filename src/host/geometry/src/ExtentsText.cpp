@@ -23,6 +23,7 @@
 #include <string_view>
 #include <vector>
 
+#include "MTextCodes.h"
 #include "host/geometry/Extents.h"
 #include "host/geometry/Ocs.h"
 
@@ -31,27 +32,6 @@ namespace {
 
 constexpr double kCharWidth = 0.6;
 constexpr double kLinePitch = 5.0 / 3.0;
-
-// How many characters the %% code at the start of the text shows, and how
-// long the code is; nothing when it is no code.
-bool percentCode(std::wstring_view s, std::size_t& shown, std::size_t& length) {
-  if (s.size() < 3 || s[0] != L'%' || s[1] != L'%') return false;
-  const wchar_t c = s[2];
-  if (c == L'u' || c == L'U' || c == L'o' || c == L'O' || c == L'k' || c == L'K') {
-    shown = 0;
-    length = 3;
-    return true;
-  }
-  if (c >= L'0' && c <= L'9') {
-    length = 3;
-    while (length < 5 && length < s.size() && s[length] >= L'0' && s[length] <= L'9') ++length;
-    shown = 1;
-    return true;
-  }
-  shown = 1;
-  length = 3;
-  return true;
-}
 
 std::size_t shownLength(std::wstring_view s) {
   std::size_t count = 0;
@@ -72,72 +52,9 @@ std::size_t shownLength(std::wstring_view s) {
 // The characters each line of a multiline text shows.
 std::vector<std::size_t> mtextLines(std::wstring_view s) {
   std::vector<std::size_t> lines(1, 0);
-  auto skipPast = [&](std::size_t i, wchar_t end) {
-    const std::size_t at = s.find(end, i);
-    return at == std::wstring_view::npos ? s.size() : at + 1;
-  };
-  for (std::size_t i = 0; i < s.size();) {
-    const wchar_t c = s[i];
-    std::size_t shown = 0;
-    std::size_t length = 0;
-    if (c == L'{' || c == L'}') {
-      ++i;
-    } else if (c == L'\n') {
-      lines.push_back(0);
-      ++i;
-    } else if (percentCode(s.substr(i), shown, length)) {
-      lines.back() += shown;
-      i += length;
-    } else if (c != L'\\' || i + 1 >= s.size()) {
-      ++lines.back();
-      ++i;
-    } else {
-      const wchar_t code = s[i + 1];
-      i += 2;
-      switch (code) {
-        case L'P':
-        case L'N':
-        case L'X':
-          lines.push_back(0);
-          break;
-        case L'\\':
-        case L'{':
-        case L'}':
-        case L'~':
-          ++lines.back();
-          break;
-        case L'U':  // \U+XXXX, one character
-          if (i < s.size() && s[i] == L'+') i = std::min(s.size(), i + 5);
-          ++lines.back();
-          break;
-        case L'S': {  // stacked: as wide as the wider of its two parts
-          const std::size_t end = skipPast(i, L';');
-          const std::wstring_view stack = s.substr(i, end - i - (end > i ? 1 : 0));
-          const std::size_t split = stack.find_first_of(L"^/#");
-          const std::size_t top = split == std::wstring_view::npos ? stack.size() : split;
-          const std::size_t bottom =
-              split == std::wstring_view::npos ? 0 : stack.size() - split - 1;
-          lines.back() += std::max(top, bottom);
-          i = end;
-          break;
-        }
-        case L'f':
-        case L'F':
-        case L'H':
-        case L'W':
-        case L'Q':
-        case L'T':
-        case L'A':
-        case L'C':
-        case L'c':
-        case L'p':
-          i = skipPast(i, L';');
-          break;
-        default:  // switches such as \L, \O, \K show nothing
-          break;
-      }
-    }
-  }
+  walkMtext(
+      s, [&](std::wstring_view, std::size_t width) { lines.back() += width; },
+      [&] { lines.push_back(0); });
   return lines;
 }
 
@@ -165,6 +82,14 @@ TextBox place(double x0, double x1, double y0, double y1, double oblique, int ge
 }
 
 }  // namespace
+
+std::wstring mtextPlainText(std::wstring_view contents) {
+  std::wstring text;
+  walkMtext(
+      contents, [&](std::wstring_view piece, std::size_t) { text += piece; },
+      [&] { text += L"\r\n"; });
+  return text;
+}
 
 TextBox textBox(const TextData& t) {
   const double h = t.height;

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "MTextCodes.h"
 #include "Solids.h"
 #include "Splines.h"
 #include "host/geometry/Curves.h"
@@ -199,6 +200,20 @@ std::optional<Point3d> DbEntityGeometry::position(ObjectId id) const {
       return std::nullopt;
   }
   return std::nullopt;
+}
+
+std::optional<std::wstring> DbEntityGeometry::plainText(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::MText) return text(id);
+  return geometry::mtextPlainText(static_cast<const MTextEntity&>(*e).text);
+}
+
+std::optional<platform::TextAlignment> DbEntityGeometry::textAlignment(ObjectId id) const {
+  const Entity* e = find(id);
+  if (e == nullptr || e->kind() != EntityKind::Text) return std::nullopt;
+  const TextData& t = static_cast<const TextEntity&>(*e).data;
+  return platform::TextAlignment{t.horizontalAlignment, t.verticalAlignment,
+                                 geometry::Ocs(t.normal).toWorld(t.alignmentPoint)};
 }
 
 std::optional<std::wstring> DbEntityGeometry::text(ObjectId id) const {

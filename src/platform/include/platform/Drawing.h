@@ -14,6 +14,16 @@
 
 namespace platform {
 
+struct RgbColor {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+};
+
+// Colour indices with a meaning of their own.
+inline constexpr std::int16_t kColorIndexByBlock = 0;
+inline constexpr std::int16_t kColorIndexByLayer = 256;
+
 struct LayerInfo {
   ObjectId id;
   std::wstring name;
@@ -78,6 +88,28 @@ class Drawing {
   // reference's attributes); Failed if it won't open for write.
   virtual Status setEntityProperties(ObjectId /*entity*/, const EntityProperties& /*properties*/) {
     return Status::Failed;
+  }
+
+  // Objects a module adds to the drawing for good, each within the command's
+  // undo step; a host that makes none answers null.
+  // A layer thawed, on and unlocked, in that colour; null if the name is taken.
+  virtual ObjectId addLayer(const std::wstring& /*name*/, const RgbColor& /*color*/) {
+    return ObjectId();
+  }
+  // An empty block definition; null if the name is taken.
+  virtual ObjectId addBlock(const std::wstring& /*name*/, const Point3d& /*origin*/) {
+    return ObjectId();
+  }
+  // A circle in the plane of XY, appended to a block definition.
+  virtual ObjectId addCircle(ObjectId /*block*/, const Point3d& /*center*/, double /*radius*/,
+                             std::int16_t /*colorIndex*/) {
+    return ObjectId();
+  }
+  // A reference of the block in model space, scaled alike along all three axes.
+  virtual ObjectId addBlockReference(ObjectId /*block*/, const Point3d& /*position*/,
+                                     double /*scale*/, ObjectId /*layer*/,
+                                     std::int16_t /*colorIndex*/) {
+    return ObjectId();
   }
 };
 

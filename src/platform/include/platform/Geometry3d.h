@@ -16,6 +16,14 @@
 
 namespace platform {
 
+// Where a single-line text is anchored: its alignment modes and the second
+// point that any alignment but the left one on the base line goes by.
+struct TextAlignment {
+  int horizontalMode = 0;  // 0 left, 1 centre, 2 right, 3 aligned, 4 middle, 5 fit
+  int verticalMode = 0;    // 0 base line, 1 bottom, 2 middle, 3 top
+  Point3d alignmentPoint;
+};
+
 class EntityGeometry {
  public:
   virtual ~EntityGeometry() = default;
@@ -52,6 +60,14 @@ class EntityGeometry {
   virtual std::optional<Point3d> position(ObjectId entity) const = 0;
   // A text's or attribute's string; an mtext's with its formatting codes.
   virtual std::optional<std::wstring> text(ObjectId entity) const = 0;
+  // An mtext's string as plain text: its formatting codes stripped, each
+  // paragraph break a carriage return and line feed. Other classes as text().
+  virtual std::optional<std::wstring> plainText(ObjectId entity) const { return text(entity); }
+  // A single-line text's alignment; nothing for other classes, or from a host
+  // that keeps every text at its insertion point.
+  virtual std::optional<TextAlignment> textAlignment(ObjectId /*text*/) const {
+    return std::nullopt;
+  }
 
   // Curves the caller owns until it releases them.
   virtual std::vector<ObjectId> explode(ObjectId polyline) = 0;

@@ -126,6 +126,28 @@ struct Message {
   X(kDlgAttach, 1023, (), L"Attach") \
   X(kDlgDetach, 1024, (), L"Detach") \
   X(kDlgProgressLabel, 1025, (), L"ZARVEL") \
+  X(kDlgSetXyzTitle, 1150, (), L"Set OD from object coordinates") \
+  X(kDlgFieldX, 1151, (), L"X") \
+  X(kDlgFieldY, 1152, (), L"Y") \
+  X(kDlgFieldZ, 1153, (), L"Z") \
+  X(kDlgPlanMode, 1154, (), L"XY mode") \
+  X(kDlgPlanFirst, 1155, (), L"First") \
+  X(kDlgPlanLast, 1156, (), L"Last") \
+  X(kDlgPlanCenter, 1157, (), L"Center") \
+  X(kDlgHeightMode, 1158, (), L"Z mode") \
+  X(kDlgHeightMin, 1159, (), L"Min") \
+  X(kDlgHeightMax, 1160, (), L"Max") \
+  X(kDlgHeightAverage, 1161, (), L"Average") \
+  X(kDlgPrecision, 1162, (), L"Precision") \
+  X(kDlgPrecisionZ, 1163, (), L"Z precision") \
+  X(kDlgSetPropTitle, 1164, (), L"Set OD from object properties") \
+  X(kDlgFieldLength, 1165, (), L"Length") \
+  X(kDlgFieldArea, 1166, (), L"Area") \
+  X(kDlgFieldVolume, 1167, (), L"Volume") \
+  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text") \
+  X(kDlgTableLabel, 1201, (), L"Table") \
+  X(kDlgFieldLabel, 1202, (), L"Field") \
+  X(kDlgToleranceLabel, 1203, (), L"Tolerance:") \
   X(kDlgGenerateIdsTitle, 1250, (), L"Generate IDs") \
   X(kDlgPrefix, 1251, (), L"Prefix") \
   X(kDlgSuffix, 1252, (), L"Suffix") \

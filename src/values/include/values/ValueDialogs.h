@@ -9,8 +9,17 @@
 
 namespace zarvel {
 
+// A drop-down list with nothing chosen.
 platform::DialogControl comboBox(int id, std::wstring label);
 platform::DialogControl editBox(int id, std::wstring label);
+
+// Chooses the item of exactly that name, if there is one; a list box's other
+// items are left unchosen.
+void selectItem(platform::DialogControl& control, const std::wstring& name);
+
+// A precision as typed: its leading whole number, a negative one taken as 0;
+// above the spin's range is accepted.
+int precisionOf(const platform::DialogControl& edit);
 
 // Fills a list box with the names (it sorts them if it is sorted); a list of
 // exactly one name has it selected. True when that selection was made.

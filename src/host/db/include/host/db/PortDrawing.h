@@ -27,6 +27,12 @@ class DbDrawing : public platform::Drawing {
   std::optional<platform::EntityProperties> entityProperties(ObjectId entity) const override;
   platform::Status setEntityProperties(ObjectId entity,
                                        const platform::EntityProperties& properties) override;
+  ObjectId addLayer(const std::wstring& name, const platform::RgbColor& color) override;
+  ObjectId addBlock(const std::wstring& name, const platform::Point3d& origin) override;
+  ObjectId addCircle(ObjectId block, const platform::Point3d& center, double radius,
+                     std::int16_t colorIndex) override;
+  ObjectId addBlockReference(ObjectId block, const platform::Point3d& position, double scale,
+                             ObjectId layer, std::int16_t colorIndex) override;
 
  private:
   Database& db_;

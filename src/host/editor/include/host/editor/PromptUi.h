@@ -20,7 +20,8 @@ namespace host {
 //   Action [Attach/Detach/Cancel] <Attach>:         the buttons that close it
 //
 // Disabled, invisible and empty controls are skipped, and so are buttons that
-// do not close the dialog. List items are named exactly, else by their first
+// do not close the dialog. An empty item of a list is shown and named
+// "<none>". List items are named exactly, else by their first
 // match ignoring case. Each change goes to the model before the next prompt,
 // since it may refill or enable other controls. When the model refuses the
 // chosen button the controls are asked again. Cancel at any prompt closes the

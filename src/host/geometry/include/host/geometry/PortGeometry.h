@@ -30,10 +30,16 @@ class DbEntityGeometry : public platform::EntityGeometry {
   std::vector<Point3d> fitPoints(ObjectId spline) const override;
   std::optional<Point3d> position(ObjectId entity) const override;
   std::optional<std::wstring> text(ObjectId entity) const override;
+  std::optional<std::wstring> plainText(ObjectId entity) const override;
+  std::optional<platform::TextAlignment> textAlignment(ObjectId text) const override;
   std::vector<ObjectId> explode(ObjectId polyline) override;
   ObjectId spline(ObjectId curve) override;
   ObjectId toPolyline(ObjectId spline, int precision) override;
   void release(ObjectId curve) override;
+
+  // Curves made for the caller and not yet released, for tests of callers
+  // that must release them.
+  std::size_t heldCurves() const { return made_.size(); }
 
  private:
   // An entity of the drawing that opens, or a curve made for the caller.

@@ -1,0 +1,17 @@
+// ZARVEL_SETPROP: the length, area and volume of each entity written into up
+// to three fields of the first record of one table on it.
+#pragma once
+
+#include <vector>
+
+#include "platform/ObjectId.h"
+
+namespace zarvel {
+
+// The body, also run on the rows of the table editor. An empty list is filled
+// by the selection; ids that won't open are taken out of it, keeping the order.
+void setFromProperties(std::vector<platform::ObjectId>& ids);
+
+void commandSetProp();
+
+}  // namespace zarvel
