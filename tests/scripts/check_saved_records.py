@@ -1,0 +1,120 @@
+#!/usr/bin/python3
+"""The records a transcript leaves, as an independent reader (ezdxf) finds them in the saved file.
+
+Usage: /usr/bin/python3 tests/scripts/check_saved_records.py ZARVEL SCRIPTS WORKDIR NAME...
+
+Each NAME.scr of SCRIPTS (over NAME.dxf when there is one) runs twice. The first run saves the
+drawing, and ezdxf decodes every record of every entity of the saved file. The second run replays
+the script and lists, before it quits, the records of all selectable entities and of each entity
+that the file says carries any. Both views must agree entity by entity, record by record, value by
+value, in the text forms that the listing prints.
+"""
+import os
+import re
+import subprocess
+import sys
+
+import ezdxf
+
+ENTITY_LINE = re.compile(r"^([0-9A-F]+) \S+ ")
+
+
+def real_text(v):
+    # As the listing prints a real: twelve decimals, trailing zeros dropped but one.
+    text = "%.12f" % v
+    text = text.rstrip("0")
+    return text + "0" if text.endswith(".") else text
+
+
+def value_text(tag):
+    if tag.code == 90:
+        return str(tag.value)
+    if tag.code == 40:
+        return real_text(float(tag.value))
+    if tag.code == 10:
+        return ",".join("%f" % float(c) for c in tag.value)
+    return tag.value
+
+
+def saved_records(path):
+    """handle -> ["table: v1, v2", ...] for every entity with records."""
+    doc = ezdxf.readfile(path)
+    found = {}
+    for layout in doc.layouts:
+        for e in layout:
+            if not e.has_extension_dict:
+                continue
+            xdict = e.get_extension_dict().dictionary
+            xrec = xdict.get("ZARVEL_OD")
+            if xrec is None:
+                continue
+            records = []
+            for tag in xrec.tags:
+                if tag.code == 2:
+                    records.append([tag.value, []])
+                else:
+                    records[-1][1].append(value_text(tag))
+            found[e.dxf.handle.upper()] = ["%s: %s" % (t, ", ".join(v)) for t, v in records]
+    return found
+
+
+def script_without_quit(path):
+    with open(path, encoding="utf-8") as f:
+        lines = f.read().splitlines()
+    # Blank lines are answers (Enter); only the closing QUIT goes.
+    if lines and lines[-1].strip().upper() == "QUIT":
+        lines.pop()
+    return "\n".join(lines) + "\n"
+
+
+def run(zarvel, drawing, script, out=None):
+    args = [zarvel] + ([drawing] if drawing else []) + ["-s", "-"] + (["-o", out] if out else [])
+    done = subprocess.run(args, input=script.encode("utf-8"), capture_output=True, check=True)
+    return done.stdout.decode("utf-8")
+
+
+def listed_records(transcript):
+    """handle -> record lines, from the last ODLIST of the transcript."""
+    tail = transcript[transcript.rindex("Command: ODLIST"):].splitlines()
+    found, current = {}, None
+    for line in tail:
+        m = ENTITY_LINE.match(line)
+        if m:
+            current = found.setdefault(m.group(1), [])
+        elif line.startswith("  ") and current is not None:
+            current.append(line[2:])
+    return {h: r for h, r in found.items() if r}
+
+
+def check(zarvel, scripts, work, name):
+    drawing = os.path.join(scripts, name + ".dxf")
+    drawing = drawing if os.path.exists(drawing) else None
+    script = script_without_quit(os.path.join(scripts, name + ".scr"))
+    out = os.path.join(work, name + "-saved.dxf")
+    run(zarvel, drawing, script + "QUIT\n", out)
+    in_file = saved_records(out)
+    handles = " ".join("#" + h for h in sorted(in_file))
+    transcript = run(zarvel, drawing, script + "ODLIST\nALL %s\n\nQUIT\n" % handles)
+    listed = listed_records(transcript)
+    problems = []
+    for h in sorted(set(in_file) | set(listed)):
+        if in_file.get(h) != listed.get(h):
+            problems.append("%s %s: file %s, listing %s" % (name, h, in_file.get(h), listed.get(h)))
+    if not in_file:
+        problems.append("%s: the saved file holds no records" % name)
+    return problems
+
+
+def main():
+    zarvel, scripts, work = sys.argv[1:4]
+    os.makedirs(work, exist_ok=True)
+    problems = []
+    for name in sys.argv[4:]:
+        problems += check(zarvel, scripts, work, name)
+    for p in problems:
+        print(p)
+    sys.exit(1 if problems else 0)
+
+
+if __name__ == "__main__":
+    main()
