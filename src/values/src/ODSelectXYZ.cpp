@@ -1,13 +1,9 @@
 // The "Set OD from object coordinates" dialog model.
 #include "values/ODSelectXYZ.h"
 
-#include "DialogControls.h"
-
 #include <algorithm>
-#include <memory>
 
-#include "oddata/OdAccess.h"
-#include "platform/Text.h"
+#include "DialogControls.h"
 #include "resources/StringTable.h"
 #include "values/ValueScope.h"
 

@@ -58,6 +58,24 @@ void closeList(EntityGeometry& geometry, ObjectId polyline, PointList3d& points)
   }
 }
 
+// The vertex list of an entity whose class the caller has asked already.
+PointList3d listOf(EntityGeometry& geometry, ObjectId entity, EntityClass kind) {
+  if (kind == EntityClass::Line || kind == EntityClass::Mline || kind == EntityClass::Spline) {
+    return geometry.vertices(entity);
+  }
+  PointList3d points;
+  if (kind == EntityClass::LwPolyline) {
+    if (hasBulges(geometry, entity)) points = explodedPoints(geometry, entity);
+    if (points.empty()) points = geometry.vertices(entity);
+  } else if (kind == EntityClass::Polyline3d) {
+    points = geometry.vertices(entity);
+  } else {
+    return {};
+  }
+  closeList(geometry, entity, points);
+  return points;
+}
+
 // The points of a spline sampled as the polyline it becomes.
 PointList3d splinePoints(EntityGeometry& geometry, ObjectId spline, int precision) {
   const ObjectId polyline = geometry.toPolyline(spline, precision);
@@ -86,7 +104,8 @@ Point3d outlineCenter(const PointList3d& points) {
 // The plan point of the kinds that answer by their vertices; nothing when
 // the list is empty, and the box answers instead.
 std::optional<Point3d> vertexPlanPoint(ObjectId entity, EntityClass kind, PlanMode mode) {
-  const PointList3d points = vertexList(entity);
+  EntityGeometry& geometry = port().geometry();
+  const PointList3d points = listOf(geometry, entity, kind);
   if (points.empty()) return std::nullopt;
   switch (mode) {
     case PlanMode::First:
@@ -97,7 +116,7 @@ std::optional<Point3d> vertexPlanPoint(ObjectId entity, EntityClass kind, PlanMo
       break;
   }
   const bool outline = kind == EntityClass::LwPolyline || kind == EntityClass::Polyline3d;
-  if (outline && port().geometry().isClosed(entity)) return outlineCenter(points);
+  if (outline && geometry.isClosed(entity)) return outlineCenter(points);
   return pathMidpoint(points);
 }
 
@@ -139,21 +158,7 @@ Point3d undeterminedPoint() {
 
 PointList3d vertexList(ObjectId entity) {
   EntityGeometry& geometry = port().geometry();
-  const EntityClass kind = geometry.entityClass(entity);
-  if (kind == EntityClass::Line || kind == EntityClass::Mline || kind == EntityClass::Spline) {
-    return geometry.vertices(entity);
-  }
-  PointList3d points;
-  if (kind == EntityClass::LwPolyline) {
-    if (hasBulges(geometry, entity)) points = explodedPoints(geometry, entity);
-    if (points.empty()) points = geometry.vertices(entity);
-  } else if (kind == EntityClass::Polyline3d) {
-    points = geometry.vertices(entity);
-  } else {
-    return {};
-  }
-  closeList(geometry, entity, points);
-  return points;
+  return listOf(geometry, entity, geometry.entityClass(entity));
 }
 
 PointList3d curvePoints(ObjectId curve, int precision) {

@@ -32,21 +32,23 @@ void put(std::vector<std::uint8_t>& out, T v) {
 }
 
 void putText(std::vector<std::uint8_t>& out, const std::wstring& text) {
-  std::u16string units;
-  units.reserve(text.size());
+  // The count of UTF-16 units goes first; it is filled in once they are out.
+  const std::size_t countAt = out.size();
+  put(out, std::uint32_t{0});
+  std::uint32_t units = 0;
   for (wchar_t wc : text) {
     auto c = static_cast<std::uint32_t>(wc);
     if (c >= 0x10000) {
       c -= 0x10000;
-      units.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
-      units.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+      put(out, static_cast<char16_t>(0xD800 + (c >> 10)));
+      put(out, static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+      units += 2;
     } else {
-      units.push_back(static_cast<char16_t>(c));
+      put(out, static_cast<char16_t>(c));
+      ++units;
     }
   }
-  put(out, static_cast<std::uint32_t>(units.size()));
-  const auto* b = reinterpret_cast<const std::uint8_t*>(units.data());
-  out.insert(out.end(), b, b + units.size() * sizeof(char16_t));
+  std::memcpy(out.data() + countAt, &units, sizeof units);
 }
 
 std::wstring readText(const std::uint8_t* p, std::uint32_t units) {

@@ -80,8 +80,15 @@ Status DbRecordIterator::getValue(int column, platform::OdValue& out) const {
 Status DbRecordIterator::updateRecord(const platform::OdRecord& record) {
   if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   const std::uint32_t table = list()->tableAt(pos_);
-  auto values = Database::conformValues(db_.odTableAt(table)->definition, record.values());
-  db_.modifyOdRecords(entity_)->replace(pos_, table, values);
+  const platform::OdTableDef& definition = db_.odTableAt(table)->definition;
+  // A record read from the table and changed in place fits it already, and is
+  // written without a copy.
+  if (Database::conformsTo(definition, record.values())) {
+    db_.modifyOdRecords(entity_)->replace(pos_, table, record.values());
+  } else {
+    db_.modifyOdRecords(entity_)->replace(pos_, table,
+                                          Database::conformValues(definition, record.values()));
+  }
   return Status::Ok;
 }
 
