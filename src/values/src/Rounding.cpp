@@ -1,41 +1,122 @@
-// Rounding through the printed form.
+// Rounding through the printed form. The commands print and read back a
+// million numbers a run, so the usual ones take a short exact route: the
+// digits printf would print, worked out in whole numbers, and read back by one
+// correctly rounded division, which is what reading the digits gives. Any
+// other number goes the long way, through the standard library's exact
+// conversions.
 #include "values/Rounding.h"
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 namespace zarvel {
 namespace {
 
-// The digits of the largest finite double before the point, and some room.
-constexpr int kIntegerDigits = 330;
-constexpr int kStackDecimals = 40;
+__extension__ typedef unsigned __int128 Wide;
+
+constexpr int kMaxShortDecimals = 18;
+constexpr std::uint64_t kPowersOfTen[kMaxShortDecimals + 1] = {
+    1ULL,
+    10ULL,
+    100ULL,
+    1000ULL,
+    10000ULL,
+    100000ULL,
+    1000000ULL,
+    10000000ULL,
+    100000000ULL,
+    1000000000ULL,
+    10000000000ULL,
+    100000000000ULL,
+    1000000000000ULL,
+    10000000000000ULL,
+    100000000000000ULL,
+    1000000000000000ULL,
+    10000000000000000ULL,
+    100000000000000000ULL,
+    1000000000000000000ULL,
+};
+// Whole numbers up to this are exact in a double.
+constexpr std::uint64_t kExactLimit = 1ULL << 53;
+
+// The magnitude times ten to the decimals, rounded half to even as printf
+// rounds the exact binary value: the digits it prints, without the point.
+// False when those digits are more than a double holds exactly.
+bool printedDigits(double value, int decimals, std::uint64_t& digits) {
+  const double magnitude = std::fabs(value);
+  if (decimals > kMaxShortDecimals || !(magnitude < static_cast<double>(kExactLimit))) {
+    return false;
+  }
+  // magnitude = mantissa * 2^-shift exactly, the mantissa below 2^53.
+  int exponent = 0;
+  const double fraction = std::frexp(magnitude, &exponent);
+  const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
+  const int shift = 53 - exponent;  // at least 0, as the magnitude is below 2^53
+  const Wide scaled = static_cast<Wide>(mantissa) * kPowersOfTen[decimals];  // below 2^113
+  Wide whole = 0;
+  if (shift == 0) {
+    whole = scaled;
+  } else if (shift < 128) {
+    whole = scaled >> shift;
+    const Wide rest = scaled & ((Wide{1} << shift) - 1);
+    const Wide half = Wide{1} << (shift - 1);
+    if (rest > half || (rest == half && (whole & 1) != 0)) ++whole;
+  }  // else far below the last decimal: it prints as 0
+  if (whole >= kExactLimit) return false;
+  digits = static_cast<std::uint64_t>(whole);
+  return true;
+}
+
+// The digits of printf's "%.*f" by the standard library's exact route.
+std::vector<char> longPrint(double value, int decimals) {
+  // The largest finite double has 309 digits before the point.
+  std::vector<char> text(static_cast<std::size_t>(330 + decimals));
+  const std::to_chars_result printed = std::to_chars(text.data(), text.data() + text.size(), value,
+                                                     std::chars_format::fixed, decimals);
+  text.resize(printed.ec == std::errc() ? static_cast<std::size_t>(printed.ptr - text.data()) : 0);
+  return text;
+}
 
 }  // namespace
 
-// Printed and read back by the shortest exact routes of the standard library,
-// which give what printf's "%.*f" and atof give, digit for digit, at a
-// fraction of their cost over a million values.
 double roundToDecimals(double value, int decimals) {
   if (decimals < 0) decimals = 0;
   // A whole number prints as its own digits and reads back as itself.
   if (!std::isfinite(value) || value == std::trunc(value)) return value;
-  char stack[kIntegerDigits + kStackDecimals];
-  std::vector<char> heap;
-  char* first = stack;
-  char* last = stack + sizeof stack;
-  if (decimals > kStackDecimals - 2) {
-    heap.resize(static_cast<std::size_t>(kIntegerDigits) + static_cast<std::size_t>(decimals));
-    first = heap.data();
-    last = first + heap.size();
+  std::uint64_t digits = 0;
+  if (printedDigits(value, decimals, digits)) {
+    // Both are exact doubles, so the division rounds their exact quotient
+    // once, to the nearest, as reading the printed digits does.
+    const double read = static_cast<double>(digits) / static_cast<double>(kPowersOfTen[decimals]);
+    return std::signbit(value) ? -read : read;
   }
-  const std::to_chars_result printed =
-      std::to_chars(first, last, value, std::chars_format::fixed, decimals);
-  if (printed.ec != std::errc()) return value;
-  double result = value;
-  std::from_chars(first, printed.ptr, result);
-  return result;
+  const std::vector<char> text = longPrint(value, decimals);
+  double read = value;
+  std::from_chars(text.data(), text.data() + text.size(), read);
+  return read;
+}
+
+void printDecimals(double value, int decimals, std::wstring& text) {
+  if (decimals < 0) decimals = 0;
+  text.clear();
+  std::uint64_t digits = 0;
+  if (!std::isfinite(value) || !printedDigits(value, decimals, digits)) {
+    const std::vector<char> printed = longPrint(value, decimals);
+    text.assign(printed.begin(), printed.end());
+    return;
+  }
+  if (std::signbit(value)) text += L'-';
+  const std::uint64_t scale = kPowersOfTen[decimals];
+  const std::string whole = std::to_string(digits / scale);
+  text.append(whole.begin(), whole.end());
+  if (decimals == 0) return;
+  text += L'.';
+  const std::uint64_t rest = digits % scale;
+  for (std::uint64_t unit = scale / 10; unit > 0; unit /= 10) {
+    text += static_cast<wchar_t>(L'0' + (rest / unit) % 10);
+  }
 }
 
 }  // namespace zarvel

@@ -3,7 +3,6 @@
 #include "values/SetCoordinates.h"
 
 #include <algorithm>
-#include <charconv>
 #include <memory>
 
 #include "oddata/CommandFrame.h"
@@ -21,18 +20,6 @@ namespace {
 
 using platform::ObjectId;
 using platform::Point3d;
-
-// The text of "%lf": six decimals, whatever the precision, so that the text
-// decides what each type of field takes from it. Printed by the same exact
-// route as the port's formatter, without its parsing of a format for each of
-// a million values.
-void sixDecimals(double value, std::wstring& text) {
-  // The largest finite double has 309 digits before the point.
-  char digits[330];
-  const std::to_chars_result printed =
-      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6);
-  text.assign(digits, printed.ec == std::errc() ? printed.ptr : digits);
-}
 
 // Writes points into the first record of the table on each entity. Which
 // coordinate goes into which column is found once, by the columns' names:
@@ -62,7 +49,9 @@ class PointWriter {
     const std::size_t count = std::min(coordinates_.size(), record_.values().size());
     for (std::size_t i = 0; i < count; ++i) {
       if (coordinates_[i] == nullptr) continue;
-      sixDecimals(point.*coordinates_[i], text_);
+      // The text of "%lf": six decimals, whatever the precision, so that the
+      // text decides what each type of field takes from it.
+      printDecimals(point.*coordinates_[i], 6, text_);
       setFieldFromText(record_, static_cast<int>(i), text_);
       written = true;
     }

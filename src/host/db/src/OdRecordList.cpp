@@ -27,8 +27,9 @@ T readAt(const std::uint8_t* p) {
 
 template <typename T>
 void put(std::vector<std::uint8_t>& out, T v) {
-  const auto* b = reinterpret_cast<const std::uint8_t*>(&v);
-  out.insert(out.end(), b, b + sizeof v);
+  const std::size_t at = out.size();
+  out.resize(at + sizeof v);
+  std::memcpy(out.data() + at, &v, sizeof v);
 }
 
 void putText(std::vector<std::uint8_t>& out, const std::wstring& text) {
