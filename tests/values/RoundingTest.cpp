@@ -51,6 +51,8 @@ TEST(RoundingTest, AgreesWithPrintfAndAtof) {
                                 -0.004,
                                 9007199254740991.0,
                                 9007199254740993.0,
+                                4503599627370497.0,
+                                6755399441055745.5,
                                 123456789.0125};
   for (int i = 0; i < 20000; ++i) {
     values.push_back(unit(random) * std::pow(10.0, exponent(random)));

@@ -14,8 +14,6 @@
 namespace zarvel {
 namespace {
 
-__extension__ typedef unsigned __int128 Wide;
-
 constexpr int kMaxShortDecimals = 18;
 constexpr std::uint64_t kPowersOfTen[kMaxShortDecimals + 1] = {
     1ULL,
@@ -41,6 +39,51 @@ constexpr std::uint64_t kPowersOfTen[kMaxShortDecimals + 1] = {
 // Whole numbers up to this are exact in a double.
 constexpr std::uint64_t kExactLimit = 1ULL << 53;
 
+// A 128-bit product in two halves, written out so that every compiler of
+// the module's hosts takes it.
+struct Product {
+  std::uint64_t high;
+  std::uint64_t low;
+};
+
+Product multiply(std::uint64_t a, std::uint64_t b) {
+  constexpr std::uint64_t kHalf = 0xFFFFFFFFULL;
+  const std::uint64_t lowLow = (a & kHalf) * (b & kHalf);
+  const std::uint64_t lowHigh = (a & kHalf) * (b >> 32);
+  const std::uint64_t highLow = (a >> 32) * (b & kHalf);
+  const std::uint64_t middle = (lowLow >> 32) + (lowHigh & kHalf) + (highLow & kHalf);
+  return {(a >> 32) * (b >> 32) + (lowHigh >> 32) + (highLow >> 32) + (middle >> 32),
+          (middle << 32) | (lowLow & kHalf)};
+}
+
+// The product shifted right by 1 to 127 bits, rounded half to even; false
+// when the result needs more than 64 bits.
+bool shiftRounded(const Product& p, int shift, std::uint64_t& whole) {
+  bool above = false;  // the bits shifted out against half of the last bit kept
+  bool half = false;
+  if (shift < 64) {
+    if ((p.high >> shift) != 0) return false;
+    whole = (p.high << (64 - shift)) | (p.low >> shift);
+    const std::uint64_t rest = p.low & ((1ULL << shift) - 1);
+    const std::uint64_t halfway = 1ULL << (shift - 1);
+    above = rest > halfway;
+    half = rest == halfway;
+  } else if (shift == 64) {
+    whole = p.high;
+    above = p.low > (1ULL << 63);
+    half = p.low == (1ULL << 63);
+  } else {
+    const int highShift = shift - 64;
+    whole = p.high >> highShift;
+    const std::uint64_t rest = p.high & ((1ULL << highShift) - 1);
+    const std::uint64_t halfway = 1ULL << (highShift - 1);
+    above = rest > halfway || (rest == halfway && p.low != 0);
+    half = rest == halfway && p.low == 0;
+  }
+  if (above || (half && (whole & 1) != 0)) ++whole;
+  return true;
+}
+
 // The magnitude times ten to the decimals, rounded half to even as printf
 // rounds the exact binary value: the digits it prints, without the point.
 // False when those digits are more than a double holds exactly.
@@ -49,23 +92,28 @@ bool printedDigits(double value, int decimals, std::uint64_t& digits) {
   if (decimals > kMaxShortDecimals || !(magnitude < static_cast<double>(kExactLimit))) {
     return false;
   }
+  if (magnitude == 0.0) {
+    digits = 0;
+    return true;
+  }
   // magnitude = mantissa * 2^-shift exactly, the mantissa below 2^53.
   int exponent = 0;
   const double fraction = std::frexp(magnitude, &exponent);
   const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
   const int shift = 53 - exponent;  // at least 0, as the magnitude is below 2^53
-  const Wide scaled = static_cast<Wide>(mantissa) * kPowersOfTen[decimals];  // below 2^113
-  Wide whole = 0;
+  const Product scaled = multiply(mantissa, kPowersOfTen[decimals]);  // below 2^113
+  std::uint64_t whole = 0;
   if (shift == 0) {
-    whole = scaled;
-  } else if (shift < 128) {
-    whole = scaled >> shift;
-    const Wide rest = scaled & ((Wide{1} << shift) - 1);
-    const Wide half = Wide{1} << (shift - 1);
-    if (rest > half || (rest == half && (whole & 1) != 0)) ++whole;
-  }  // else far below the last decimal: it prints as 0
+    // A whole number from 2^52 up: nothing to round.
+    if (scaled.high != 0) return false;
+    whole = scaled.low;
+  } else if (shift < 114 && !shiftRounded(scaled, shift, whole)) {
+    // Beyond 113 bits everything is shifted out, below half of the last
+    // decimal, and the digits are 0.
+    return false;
+  }
   if (whole >= kExactLimit) return false;
-  digits = static_cast<std::uint64_t>(whole);
+  digits = whole;
   return true;
 }
 
