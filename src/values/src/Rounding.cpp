@@ -148,23 +148,27 @@ double roundToDecimals(double value, int decimals) {
 
 void printDecimals(double value, int decimals, std::wstring& text) {
   if (decimals < 0) decimals = 0;
-  text.clear();
   std::uint64_t digits = 0;
   if (!std::isfinite(value) || !printedDigits(value, decimals, digits)) {
     const std::vector<char> printed = longPrint(value, decimals);
     text.assign(printed.begin(), printed.end());
     return;
   }
-  if (std::signbit(value)) text += L'-';
-  const std::uint64_t scale = kPowersOfTen[decimals];
-  const std::string whole = std::to_string(digits / scale);
-  text.append(whole.begin(), whole.end());
-  if (decimals == 0) return;
-  text += L'.';
-  const std::uint64_t rest = digits % scale;
-  for (std::uint64_t unit = scale / 10; unit > 0; unit /= 10) {
-    text += static_cast<wchar_t>(L'0' + (rest / unit) % 10);
+  // Written backwards from the last decimal: at most 16 digits, the point
+  // and the sign.
+  wchar_t buffer[24];
+  wchar_t* first = buffer + sizeof buffer / sizeof buffer[0];
+  for (int i = 0; i < decimals; ++i) {
+    *--first = static_cast<wchar_t>(L'0' + digits % 10);
+    digits /= 10;
   }
+  if (decimals > 0) *--first = L'.';
+  do {
+    *--first = static_cast<wchar_t>(L'0' + digits % 10);
+    digits /= 10;
+  } while (digits != 0);
+  if (std::signbit(value)) *--first = L'-';
+  text.assign(first, buffer + sizeof buffer / sizeof buffer[0]);
 }
 
 }  // namespace zarvel
