@@ -69,20 +69,26 @@ class PointWriter {
   std::wstring text_;
 };
 
-// The points of the entities that open, parallel to what is left of ids.
+// The points of the entities that open, parallel to what is left of ids,
+// which keeps its order and loses the others. Each entity is tested and
+// measured in one visit, while the host has it at hand.
 std::vector<Point3d> roundedPoints(std::vector<ObjectId>& ids, const SetXyzChoices& c) {
-  eraseUnopenable(ids);
   const auto planMode = static_cast<PlanMode>(c.setXYMode);
   const auto heightMode = static_cast<HeightMode>(c.setZMode);
+  const platform::Drawing& drawing = port().drawing();
   std::vector<Point3d> points;
   points.reserve(ids.size());
-  for (ObjectId id : ids) {
+  std::size_t kept = 0;
+  for (const ObjectId id : ids) {
+    if (!drawing.canOpen(id)) continue;
+    ids[kept++] = id;
     Point3d p = coordinatePoint(id, planMode, heightMode);
     p.x = roundToDecimals(p.x, c.setXYPrecision);
     p.y = roundToDecimals(p.y, c.setXYPrecision);
     p.z = roundToDecimals(p.z, c.setZPrecision);
     points.push_back(p);
   }
+  ids.resize(kept);
   return points;
 }
 
