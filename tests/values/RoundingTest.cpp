@@ -46,6 +46,7 @@ TEST(RoundingTest, AgreesWithPrintfAndAtof) {
                                 -2.5,
                                 0.125,
                                 1e-300,
+                                4.9e-324,
                                 4.35,
                                 1.005,
                                 -0.004,

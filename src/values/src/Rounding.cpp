@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 namespace zarvel {
@@ -96,22 +97,24 @@ bool printedDigits(double value, int decimals, std::uint64_t& digits) {
     digits = 0;
     return true;
   }
-  // magnitude = mantissa * 2^-shift exactly, the mantissa below 2^53.
-  int exponent = 0;
-  const double fraction = std::frexp(magnitude, &exponent);
-  const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, 53));
-  const int shift = 53 - exponent;  // at least 0, as the magnitude is below 2^53
+  // magnitude = mantissa * 2^-shift exactly, read off the bits of the
+  // double: the mantissa below 2^53, the shift at least 0, as the magnitude
+  // is below 2^53.
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &magnitude, sizeof bits);
+  const auto biased = static_cast<int>(bits >> 52);
+  const std::uint64_t stored = bits & ((1ULL << 52) - 1);
+  const std::uint64_t mantissa = biased == 0 ? stored : stored | (1ULL << 52);
+  const int shift = biased == 0 ? 1074 : 1075 - biased;
   const Product scaled = multiply(mantissa, kPowersOfTen[decimals]);  // below 2^113
   std::uint64_t whole = 0;
   if (shift == 0) {
     // A whole number from 2^52 up: nothing to round.
     if (scaled.high != 0) return false;
     whole = scaled.low;
-  } else if (shift < 114 && !shiftRounded(scaled, shift, whole)) {
-    // Beyond 113 bits everything is shifted out, below half of the last
-    // decimal, and the digits are 0.
-    return false;
-  }
+  } else if (shift < 114) {
+    if (!shiftRounded(scaled, shift, whole)) return false;
+  }  // else all 113 bits are shifted out, below half of the last decimal: 0
   if (whole >= kExactLimit) return false;
   digits = whole;
   return true;
