@@ -17,14 +17,9 @@ using platform::Point3d;
 // How near its ends must meet for an outline to have an area.
 constexpr double kClosingTolerance = 0.0001;
 
-double distance(const Point3d& a, const Point3d& b) {
-  return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) +
-                   (a.z - b.z) * (a.z - b.z));
-}
-
 double pathLength(const PointList3d& points) {
   double length = 0.0;
-  for (std::size_t i = 1; i < points.size(); ++i) length += distance(points[i - 1], points[i]);
+  for (std::size_t i = 1; i < points.size(); ++i) length += distance3d(points[i - 1], points[i]);
   return length;
 }
 
@@ -35,11 +30,11 @@ bool isClosedCurve(EntityGeometry& geometry, ObjectId entity, EntityClass kind, 
     if (geometry.isClosed(entity)) return true;
     const std::optional<Point3d> start = geometry.startPoint(entity);
     const std::optional<Point3d> end = geometry.endPoint(entity);
-    return start && end && distance(*start, *end) <= tolerance;
+    return start && end && distance3d(*start, *end) <= tolerance;
   }
   if (kind == EntityClass::Mline) {
     const PointList3d points = vertexList(entity);
-    return points.size() >= 3 && distance(points.front(), points.back()) <= tolerance;
+    return points.size() >= 3 && distance3d(points.front(), points.back()) <= tolerance;
   }
   return false;
 }

@@ -2,10 +2,7 @@
 #include "values/ODSelectXYZ.h"
 
 #include <algorithm>
-#include <memory>
 
-#include "oddata/OdAccess.h"
-#include "platform/Text.h"
 #include "resources/StringTable.h"
 #include "values/ValueDialogs.h"
 #include "values/ValueScope.h"

@@ -2,7 +2,7 @@
 // that the closing tests of the vertex lists work to that precision.
 #include "values/SetCoordinates.h"
 
-#include <charconv>
+#include <algorithm>
 #include <memory>
 
 #include "oddata/CommandFrame.h"
@@ -10,7 +10,6 @@
 #include "oddata/Precision.h"
 #include "oddata/Selection.h"
 #include "oddata/ValueText.h"
-#include "platform/Text.h"
 #include "values/ODSelectXYZ.h"
 #include "values/Rounding.h"
 #include "values/ValueScope.h"
@@ -22,69 +21,74 @@ namespace {
 using platform::ObjectId;
 using platform::Point3d;
 
-// The coordinate written into a column of that name, if any: X, Y and Z are
-// tried in that order. Empty fields match nothing.
-const double* coordinateOfColumn(const SetXyzChoices& c, const std::wstring& column,
-                                 const Point3d& point) {
-  if (!c.setXField.empty() && column == c.setXField) return &point.x;
-  if (!c.setYField.empty() && column == c.setYField) return &point.y;
-  if (!c.setZField.empty() && column == c.setZField) return &point.z;
-  return nullptr;
-}
+// Writes points into the first record of the table on each entity. Which
+// coordinate goes into which column is found once, by the columns' names:
+// X, Y and Z are tried in that order, and an empty field matches nothing.
+class PointWriter {
+ public:
+  PointWriter(const SetXyzChoices& c, const platform::OdTableDef& definition)
+      : table_(c.setXYZTableName) {
+    for (const platform::OdColumnDef& column : definition.columns) {
+      if (!c.setXField.empty() && column.name == c.setXField) {
+        coordinates_.push_back(&Point3d::x);
+      } else if (!c.setYField.empty() && column.name == c.setYField) {
+        coordinates_.push_back(&Point3d::y);
+      } else if (!c.setZField.empty() && column.name == c.setZField) {
+        coordinates_.push_back(&Point3d::z);
+      } else {
+        coordinates_.push_back(nullptr);
+      }
+    }
+  }
 
-// The text of "%lf": six decimals, whatever the precision, so that the text
-// decides what each type of field takes from it. Printed by the same exact
-// route as the port's formatter, without its parsing of a format for each of
-// a million values.
-void sixDecimals(double value, std::wstring& text) {
-  // The largest finite double has 309 digits before the point.
-  char digits[330];
-  const std::to_chars_result printed =
-      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 6);
-  text.assign(digits, printed.ec == std::errc() ? printed.ptr : digits);
-}
+  // False when the entity has no record of the table or no column of it was
+  // chosen.
+  bool write(platform::OdRecordIterator& it, ObjectId entity, const Point3d& point) {
+    if (!firstRecordOfTable(it, entity, table_, record_)) return false;
+    bool written = false;
+    const std::size_t count = std::min(coordinates_.size(), record_.values().size());
+    for (std::size_t i = 0; i < count; ++i) {
+      if (coordinates_[i] == nullptr) continue;
+      // The text of "%lf": six decimals, whatever the precision, so that the
+      // text decides what each type of field takes from it.
+      printDecimals(point.*coordinates_[i], 6, text_);
+      setFieldFromText(record_, static_cast<int>(i), text_);
+      written = true;
+    }
+    // The record is written as it was changed: the iterator holds it for write.
+    if (written) platform::ignoreStatus(it.updateRecord(record_));
+    return written;
+  }
 
-// What the record loop keeps from one entity to the next, so that a million
-// of them are read and written without a million allocations.
-struct Scratch {
-  platform::OdRecord record;
-  std::wstring text;
+ private:
+  const std::wstring& table_;
+  std::vector<double Point3d::*> coordinates_;
+  // Kept from one entity to the next, so that a million of them are read and
+  // written without a million allocations.
+  platform::OdRecord record_;
+  std::wstring text_;
 };
 
-// Writes the point into the entity's first record of the table; false when
-// it has none or no column of it was chosen.
-bool writePoint(platform::OdRecordIterator& it, ObjectId entity, const SetXyzChoices& c,
-                const platform::OdTableDef& definition, const Point3d& point, Scratch& scratch) {
-  platform::OdRecord& record = scratch.record;
-  std::wstring& text = scratch.text;
-  if (!firstRecordOfTable(it, entity, c.setXYZTableName, record)) return false;
-  bool written = false;
-  for (int i = 0; i < record.count() && i < definition.count(); ++i) {
-    const double* value = coordinateOfColumn(c, definition.column(i).name, point);
-    if (value == nullptr) continue;
-    sixDecimals(*value, text);
-    setFieldFromText(record, i, text);
-    written = true;
-  }
-  // The record is written as it was changed: the iterator holds it for write.
-  if (written) platform::ignoreStatus(it.updateRecord(record));
-  return written;
-}
-
-// The points of the entities that open, parallel to what is left of ids.
+// The points of the entities that open, parallel to what is left of ids,
+// which keeps its order and loses the others. Each entity is tested and
+// measured in one visit, while the host has it at hand.
 std::vector<Point3d> roundedPoints(std::vector<ObjectId>& ids, const SetXyzChoices& c) {
-  eraseUnopenable(ids);
   const auto planMode = static_cast<PlanMode>(c.setXYMode);
   const auto heightMode = static_cast<HeightMode>(c.setZMode);
+  const platform::Drawing& drawing = port().drawing();
   std::vector<Point3d> points;
   points.reserve(ids.size());
-  for (ObjectId id : ids) {
+  std::size_t kept = 0;
+  for (const ObjectId id : ids) {
+    if (!drawing.canOpen(id)) continue;
+    ids[kept++] = id;
     Point3d p = coordinatePoint(id, planMode, heightMode);
     p.x = roundToDecimals(p.x, c.setXYPrecision);
     p.y = roundToDecimals(p.y, c.setXYPrecision);
     p.z = roundToDecimals(p.z, c.setZPrecision);
     points.push_back(p);
   }
+  ids.resize(kept);
   return points;
 }
 
@@ -109,10 +113,10 @@ void setFromCoordinates(std::vector<ObjectId>& ids) {
   const std::unique_ptr<platform::OdTable> table = container.getTable(c.setXYZTableName);
   const platform::OdTableDef definition = table ? table->definition() : platform::OdTableDef();
   const std::unique_ptr<platform::OdRecordIterator> it = container.newIterator();
+  PointWriter writer(c, definition);
   int count = 0;
-  Scratch scratch;
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    if (writePoint(*it, ids[i], c, definition, points[i], scratch)) ++count;
+    if (writer.write(*it, ids[i], points[i])) ++count;
   }
   // Nothing is left to undo should the host refuse: the changes are made.
   platform::ignoreStatus(unlockDoc());

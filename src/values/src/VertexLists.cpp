@@ -24,11 +24,6 @@ constexpr int kArcSamplingPrecision = 99;
 // centre is taken.
 constexpr double kRepeatedEndTolerance = 0.0001;
 
-double distance(const Point3d& a, const Point3d& b) {
-  return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) +
-                   (a.z - b.z) * (a.z - b.z));
-}
-
 bool hasBulges(EntityGeometry& geometry, ObjectId polyline) {
   for (double bulge : geometry.bulges(polyline)) {
     if (bulge != 0.0) return true;
@@ -53,9 +48,27 @@ PointList3d explodedPoints(EntityGeometry& geometry, ObjectId polyline) {
 // precision the drawing shows.
 void closeList(EntityGeometry& geometry, ObjectId polyline, PointList3d& points) {
   if (!geometry.isClosed(polyline) || points.size() < 2) return;
-  if (distance(points.front(), points.back()) > luprecTolerance()) {
+  if (distance3d(points.front(), points.back()) > luprecTolerance()) {
     points.push_back(points.front());
   }
+}
+
+// The vertex list of an entity whose class the caller has asked already.
+PointList3d listOf(EntityGeometry& geometry, ObjectId entity, EntityClass kind) {
+  if (kind == EntityClass::Line || kind == EntityClass::Mline || kind == EntityClass::Spline) {
+    return geometry.vertices(entity);
+  }
+  PointList3d points;
+  if (kind == EntityClass::LwPolyline) {
+    if (hasBulges(geometry, entity)) points = explodedPoints(geometry, entity);
+    if (points.empty()) points = geometry.vertices(entity);
+  } else if (kind == EntityClass::Polyline3d) {
+    points = geometry.vertices(entity);
+  } else {
+    return {};
+  }
+  closeList(geometry, entity, points);
+  return points;
 }
 
 // The points of a spline sampled as the polyline it becomes.
@@ -74,7 +87,7 @@ Point3d meanOf(const Point3d& a, const Point3d& b) {
 // The mean of a closed outline's vertices, the repeated first one left out.
 Point3d outlineCenter(const PointList3d& points) {
   std::size_t count = points.size();
-  if (count > 1 && distance(points.front(), points.back()) <= kRepeatedEndTolerance) --count;
+  if (count > 1 && distance3d(points.front(), points.back()) <= kRepeatedEndTolerance) --count;
   Point3d sum;
   for (std::size_t i = 0; i < count; ++i) {
     sum.x += points[i].x;
@@ -86,7 +99,8 @@ Point3d outlineCenter(const PointList3d& points) {
 // The plan point of the kinds that answer by their vertices; nothing when
 // the list is empty, and the box answers instead.
 std::optional<Point3d> vertexPlanPoint(ObjectId entity, EntityClass kind, PlanMode mode) {
-  const PointList3d points = vertexList(entity);
+  EntityGeometry& geometry = port().geometry();
+  const PointList3d points = listOf(geometry, entity, kind);
   if (points.empty()) return std::nullopt;
   switch (mode) {
     case PlanMode::First:
@@ -97,7 +111,7 @@ std::optional<Point3d> vertexPlanPoint(ObjectId entity, EntityClass kind, PlanMo
       break;
   }
   const bool outline = kind == EntityClass::LwPolyline || kind == EntityClass::Polyline3d;
-  if (outline && port().geometry().isClosed(entity)) return outlineCenter(points);
+  if (outline && geometry.isClosed(entity)) return outlineCenter(points);
   return pathMidpoint(points);
 }
 
@@ -133,27 +147,18 @@ Point3d boxPoint(const platform::Extents& box, PlanMode planMode, HeightMode hei
 
 }  // namespace
 
+double distance3d(const Point3d& a, const Point3d& b) {
+  return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) +
+                   (a.z - b.z) * (a.z - b.z));
+}
+
 Point3d undeterminedPoint() {
   return {DBL_MAX, DBL_MAX, DBL_MAX};
 }
 
 PointList3d vertexList(ObjectId entity) {
   EntityGeometry& geometry = port().geometry();
-  const EntityClass kind = geometry.entityClass(entity);
-  if (kind == EntityClass::Line || kind == EntityClass::Mline || kind == EntityClass::Spline) {
-    return geometry.vertices(entity);
-  }
-  PointList3d points;
-  if (kind == EntityClass::LwPolyline) {
-    if (hasBulges(geometry, entity)) points = explodedPoints(geometry, entity);
-    if (points.empty()) points = geometry.vertices(entity);
-  } else if (kind == EntityClass::Polyline3d) {
-    points = geometry.vertices(entity);
-  } else {
-    return {};
-  }
-  closeList(geometry, entity, points);
-  return points;
+  return listOf(geometry, entity, geometry.entityClass(entity));
 }
 
 PointList3d curvePoints(ObjectId curve, int precision) {
@@ -172,11 +177,11 @@ Point3d pathMidpoint(const PointList3d& points) {
   if (points.size() < 2) return undeterminedPoint();
   if (points.size() == 2) return meanOf(points[0], points[1]);
   double total = 0.0;
-  for (std::size_t i = 1; i < points.size(); ++i) total += distance(points[i - 1], points[i]);
+  for (std::size_t i = 1; i < points.size(); ++i) total += distance3d(points[i - 1], points[i]);
   const double half = total / 2.0;
   double walked = 0.0;
   for (std::size_t i = 1; i < points.size(); ++i) {
-    const double segment = distance(points[i - 1], points[i]);
+    const double segment = distance3d(points[i - 1], points[i]);
     walked += segment;
     if (walked == half) return points[i];
     if (walked > half) {

@@ -41,6 +41,15 @@ OdValue coerce(const OdValue& value, const platform::OdColumnDef& column) {
 
 }  // namespace
 
+bool Database::conformsTo(const platform::OdTableDef& definition,
+                          const std::vector<OdValue>& values) {
+  if (values.size() != static_cast<std::size_t>(definition.count())) return false;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (values[i].type() != definition.columns[i].type) return false;
+  }
+  return true;
+}
+
 std::vector<OdValue> Database::conformValues(const platform::OdTableDef& definition,
                                              std::vector<OdValue> values) {
   const auto columns = static_cast<std::size_t>(definition.count());

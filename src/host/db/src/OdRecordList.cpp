@@ -25,63 +25,56 @@ T readAt(const std::uint8_t* p) {
   return v;
 }
 
-template <typename T>
-void put(std::vector<std::uint8_t>& out, T v) {
-  const std::size_t at = out.size();
-  out.resize(at + sizeof v);
-  std::memcpy(out.data() + at, &v, sizeof v);
-}
-
-// Written straight into the record's bytes, so that a text costs no buffer
-// of its own.
-void putText(std::vector<std::uint8_t>& out, const std::wstring& text) {
+// UTF-16 units of a text: characters beyond the basic plane take two.
+std::uint32_t utf16Units(const std::wstring& text) {
   std::uint32_t units = 0;
   for (wchar_t wc : text) units += static_cast<std::uint32_t>(wc) >= 0x10000 ? 2 : 1;
-  put(out, units);
-  std::size_t at = out.size();
-  out.resize(at + units * sizeof(char16_t));
-  auto putUnit = [&](std::uint32_t unit) {
-    const auto c = static_cast<char16_t>(unit);
-    std::memcpy(out.data() + at, &c, sizeof c);
-    at += sizeof c;
-  };
-  for (wchar_t wc : text) {
-    auto c = static_cast<std::uint32_t>(wc);
-    if (c >= 0x10000) {
-      c -= 0x10000;
-      putUnit(0xD800 + (c >> 10));
-      putUnit(0xDC00 + (c & 0x3FF));
-    } else {
-      putUnit(c);
-    }
-  }
+  return units;
 }
 
-// The bytes a record takes, but for the units a character outside the basic
-// plane adds: enough that encoding it seldom grows the buffer.
-std::size_t encodedSizeHint(const std::vector<OdValue>& values, std::string_view text) {
-  std::size_t size = kHeaderSize + (text.empty() ? 0 : 4 + text.size());
-  for (const OdValue& v : values) {
-    size += 1;
-    switch (v.type()) {
-      case OdType::Integer:
-        size += 4;
-        break;
-      case OdType::Real:
-        size += 8;
-        break;
-      case OdType::Point:
-        size += 24;
-        break;
-      case OdType::Character:
-        size += 4 + 2 * v.asText().size();
-        break;
-      case OdType::Unknown:
-        break;
+// The bytes a value takes after its type.
+std::size_t encodedSize(const OdValue& v) {
+  switch (v.type()) {
+    case OdType::Integer: return sizeof(std::int32_t);
+    case OdType::Real: return sizeof(double);
+    case OdType::Point: return 3 * sizeof(double);
+    case OdType::Character: return sizeof(std::uint32_t) + 2 * utf16Units(v.asText());
+    case OdType::Unknown: break;
+  }
+  return 0;
+}
+
+// Writes into a buffer sized beforehand, so that a record is encoded with one
+// allocation and no growing.
+class Writer {
+ public:
+  explicit Writer(std::uint8_t* at) : at_(at) {}
+  template <typename T>
+  void put(T v) {
+    std::memcpy(at_, &v, sizeof v);
+    at_ += sizeof v;
+  }
+  void putBytes(std::string_view bytes) {
+    std::memcpy(at_, bytes.data(), bytes.size());
+    at_ += bytes.size();
+  }
+  void putText(const std::wstring& text) {
+    put(utf16Units(text));
+    for (wchar_t wc : text) {
+      auto c = static_cast<std::uint32_t>(wc);
+      if (c >= 0x10000) {
+        c -= 0x10000;
+        put(static_cast<char16_t>(0xD800 + (c >> 10)));
+        put(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+      } else {
+        put(static_cast<char16_t>(c));
+      }
     }
   }
-  return size;
-}
+
+ private:
+  std::uint8_t* at_;
+};
 
 std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
   std::wstring text;
@@ -100,35 +93,36 @@ std::wstring readText(const std::uint8_t* p, std::uint32_t units) {
   return text;
 }
 
-// Encodes into out, which keeps its capacity from one record to the next.
+// Encodes into out, sized beforehand and kept from one record to the next,
+// so that a run over many records allocates next to nothing.
 const std::vector<std::uint8_t>& encode(std::vector<std::uint8_t>& out, std::uint32_t table,
                                         const std::vector<OdValue>& values, std::string_view text) {
-  out.clear();
-  out.reserve(encodedSizeHint(values, text));
-  put(out, text.empty() ? table : table | kHasText);
-  put(out, std::uint32_t{0});
+  std::size_t size = kHeaderSize + (text.empty() ? 0 : sizeof(std::uint32_t) + text.size());
+  for (const OdValue& v : values) size += 1 + encodedSize(v);
+  out.resize(size);
+  Writer w(out.data());
+  w.put(text.empty() ? table : table | kHasText);
+  w.put(static_cast<std::uint32_t>(size - kHeaderSize));
   if (!text.empty()) {
-    put(out, static_cast<std::uint32_t>(text.size()));
-    out.insert(out.end(), text.begin(), text.end());
+    w.put(static_cast<std::uint32_t>(text.size()));
+    w.putBytes(text);
   }
   for (const OdValue& v : values) {
-    out.push_back(static_cast<std::uint8_t>(v.type()));
+    w.put(static_cast<std::uint8_t>(v.type()));
     switch (v.type()) {
-      case OdType::Integer: put(out, v.asInt()); break;
-      case OdType::Real: put(out, v.asReal()); break;
+      case OdType::Integer: w.put(v.asInt()); break;
+      case OdType::Real: w.put(v.asReal()); break;
       case OdType::Point: {
         const platform::Point3d p = v.asPoint();
-        put(out, p.x);
-        put(out, p.y);
-        put(out, p.z);
+        w.put(p.x);
+        w.put(p.y);
+        w.put(p.z);
         break;
       }
-      case OdType::Character: putText(out, v.asText()); break;
+      case OdType::Character: w.putText(v.asText()); break;
       case OdType::Unknown: break;
     }
   }
-  const auto length = static_cast<std::uint32_t>(out.size() - kHeaderSize);
-  std::memcpy(out.data() + 4, &length, sizeof length);
   return out;
 }
 

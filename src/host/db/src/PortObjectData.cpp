@@ -6,18 +6,6 @@
 namespace host {
 namespace {
 const std::wstring kNoName;
-
-// Whether the values already stand in the table's columns and types, as an
-// update of values read from the record does, so that they need no copy.
-bool fitsColumns(const platform::OdTableDef& definition,
-                 const std::vector<platform::OdValue>& values) {
-  if (values.size() != definition.columns.size()) return false;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    if (values[i].type() != definition.columns[i].type) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 using platform::OpenMode;
@@ -93,12 +81,14 @@ Status DbRecordIterator::updateRecord(const platform::OdRecord& record) {
   if (mode_ != OpenMode::Write || isDone()) return Status::Failed;
   const std::uint32_t table = list()->tableAt(pos_);
   const platform::OdTableDef& definition = db_.odTableAt(table)->definition;
-  if (fitsColumns(definition, record.values())) {
+  // A record read from the table and changed in place fits it already, and is
+  // written without a copy.
+  if (Database::conformsTo(definition, record.values())) {
     db_.modifyOdRecords(entity_)->replace(pos_, table, record.values());
-    return Status::Ok;
+  } else {
+    db_.modifyOdRecords(entity_)->replace(pos_, table,
+                                          Database::conformValues(definition, record.values()));
   }
-  auto values = Database::conformValues(definition, record.values());
-  db_.modifyOdRecords(entity_)->replace(pos_, table, values);
   return Status::Ok;
 }
 
@@ -152,7 +142,7 @@ Status DbOdTable::addRecord(const platform::OdRecord& record, ObjectId entity) {
   const std::uint32_t index = t->index;
   // A record made from the table itself needs no conforming, and records are
   // added a million at a time: the copy is spared.
-  if (fitsColumns(t->definition, record.values())) {
+  if (Database::conformsTo(t->definition, record.values())) {
     db_.modifyOdRecords(entity)->append(index, record.values());
   } else {
     db_.modifyOdRecords(entity)->append(index,

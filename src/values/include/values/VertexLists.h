@@ -12,6 +12,9 @@ namespace zarvel {
 
 using PointList3d = std::vector<platform::Point3d>;
 
+// The distance between two points in space.
+double distance3d(const platform::Point3d& a, const platform::Point3d& b);
+
 // The point of an entity that could not be determined: the largest finite
 // double in all three coordinates.
 platform::Point3d undeterminedPoint();

@@ -126,6 +126,9 @@ class Database {
   OdRecordList* modifyOdRecords(ObjectId entity);
   // The entity's extension dictionary for change, created if it has none.
   ExtDictionary* modifyExtDictionary(ObjectId entity);
+  // Whether the values already are what conformValues would make of them.
+  static bool conformsTo(const platform::OdTableDef& definition,
+                         const std::vector<platform::OdValue>& values);
   // Values completed with the columns' defaults, cut to the columns' count and
   // converted to the columns' types.
   static std::vector<platform::OdValue> conformValues(const platform::OdTableDef& definition,
