@@ -49,7 +49,7 @@ double chordLength(EntityGeometry& geometry, ObjectId polyline) {
 Measures outlineMeasures(EntityGeometry& geometry, ObjectId entity, EntityClass kind) {
   PointList3d points = vertexList(entity);
   Measures m;
-  if (isClosedCurve(geometry, entity, kind, kClosingTolerance)) m.area = planArea(points);
+  if (isClosedCurve(geometry, entity, kind, kClosingTolerance)) m.area = platform::planArea(points);
   if (kind == EntityClass::Polyline3d && geometry.isClosed(entity) && !points.empty()) {
     points.push_back(points.front());
   }
@@ -59,15 +59,6 @@ Measures outlineMeasures(EntityGeometry& geometry, ObjectId entity, EntityClass 
 
 }  // namespace
 
-double planArea(const PointList3d& points) {
-  double twice = 0.0;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    const Point3d& a = points[i];
-    const Point3d& b = points[(i + 1) % points.size()];
-    twice += a.x * b.y - b.x * a.y;
-  }
-  return std::fabs(twice) / 2.0;
-}
 
 Measures measuresOf(ObjectId entity) {
   EntityGeometry& geometry = port().geometry();

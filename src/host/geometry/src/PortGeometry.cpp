@@ -107,13 +107,7 @@ std::optional<double> DbEntityGeometry::area(ObjectId id) const {
       // Other planar curves: the polygon of their points, closed by the chord.
       const std::vector<Point3d> points = vertices(id);
       if (points.size() < 3) return std::nullopt;
-      double twice = 0.0;
-      for (std::size_t i = 0; i < points.size(); ++i) {
-        const Point3d& a = points[i];
-        const Point3d& b = points[(i + 1) % points.size()];
-        twice += a.x * b.y - b.x * a.y;
-      }
-      return std::fabs(twice) / 2.0;
+      return platform::planArea(points);
     }
   }
   return std::nullopt;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cmath>
+#include <vector>
 
 namespace platform {
 
@@ -22,6 +23,18 @@ struct Point3d {
   }
   friend bool operator!=(const Point3d& a, const Point3d& b) { return !(a == b); }
 };
+
+// The area of the polygon the points make in the XY plane, closed by the
+// chord from the last point to the first.
+inline double planArea(const std::vector<Point3d>& points) {
+  double twice = 0.0;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Point3d& a = points[i];
+    const Point3d& b = points[(i + 1) % points.size()];
+    twice += a.x * b.y - b.x * a.y;
+  }
+  return std::fabs(twice) / 2.0;
+}
 
 // A point of the XY plane, for what looks at a drawing from above.
 struct Point2d {

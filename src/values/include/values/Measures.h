@@ -20,8 +20,4 @@ struct Measures {
 // them.
 Measures measuresOf(platform::ObjectId entity);
 
-// The area of the polygon the points make in the XY plane, closed by the
-// chord from the last point to the first.
-double planArea(const PointList3d& points);
-
 }  // namespace zarvel
