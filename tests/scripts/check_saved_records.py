@@ -86,9 +86,18 @@ def listed_records(transcript):
     return {h: r for h, r in found.items() if r}
 
 
-def check(zarvel, scripts, work, name):
+def drawing_of(scripts, name):
+    # NAME.dxf, or the drawing the script names in a line "; drawing: X.dxf".
+    with open(os.path.join(scripts, name + ".scr"), encoding="utf-8") as f:
+        for line in f:
+            if line.startswith("; drawing: "):
+                return os.path.join(scripts, line[len("; drawing: "):].strip())
     drawing = os.path.join(scripts, name + ".dxf")
-    drawing = drawing if os.path.exists(drawing) else None
+    return drawing if os.path.exists(drawing) else None
+
+
+def check(zarvel, scripts, work, name):
+    drawing = drawing_of(scripts, name)
     script = script_without_quit(os.path.join(scripts, name + ".scr"))
     out = os.path.join(work, name + "-saved.dxf")
     run(zarvel, drawing, script + "QUIT\n", out)
