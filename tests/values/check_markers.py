@@ -6,7 +6,7 @@ Usage: /usr/bin/python3 tests/values/check_markers.py ZARVEL DRAWING WORKDIR
 DRAWING is tests/scripts/settext.dxf. After one run at a tolerance of 2 the saved file holds
 a yellow layer zarvel_error, a block zarvel_error of one circle of radius 1 coloured by block,
 and one reference of it on that layer, scaled by 2 and coloured by layer, at each of the four
-rival texts. Undone, the run leaves none of them.
+rival texts; a second run adds four more. Undone, the run leaves none of them.
 """
 import os
 import subprocess
@@ -73,6 +73,11 @@ def main():
     for m in found:
         check(m.dxf.layer == "zarvel_error" and m.dxf.color == 256, f"marker {m.dxf.handle}")
         check((m.dxf.xscale, m.dxf.yscale, m.dxf.zscale) == (2, 2, 2), f"scale {m.dxf.handle}")
+
+    # A second run marks the same rivals again, beside the first markers.
+    again = RUN[RUN.index("ZARVEL_SETTEXT"):]
+    twice = saved(zarvel, drawing, RUN + again, os.path.join(work, "twice.dxf"))
+    check(len(markers(twice)) == 8, f"{len(markers(twice))} markers after two runs")
 
     undone = saved(zarvel, drawing, RUN + "UNDO\n1\n", os.path.join(work, "undone.dxf"))
     check(not undone.layers.has_entry("zarvel_error"), "layer left after UNDO")
