@@ -43,7 +43,9 @@ void ODSelectXYZ::onInit() {
   list.setItems(offeredTables(limit_));
   // Unlike the attach dialog, no table is chosen when the last one is not here.
   selectItem(list, c.setXYZTableName);
-  refillFields(c.setXField, c.setYField, c.setZField);
+  // The fields come up as after a change of table, empty: the table is
+  // remembered, the fields are chosen afresh each run.
+  refillFields();
   control(kIdPlanMode).current = c.setXYMode;
   control(kIdHeightMode).current = c.setZMode;
   control(kIdPrecisionXY).text = std::to_wstring(c.setXYPrecision);
@@ -51,25 +53,21 @@ void ODSelectXYZ::onInit() {
 }
 
 void ODSelectXYZ::onChange(int controlId) {
-  if (controlId == kIdTableList) refillFields(L"", L"", L"");
+  if (controlId == kIdTableList) refillFields();
 }
 
 std::wstring ODSelectXYZ::chosenTable() const {
   return chosenText(control(kIdTableList));
 }
 
-void ODSelectXYZ::refillFields(const std::wstring& x, const std::wstring& y,
-                               const std::wstring& z) {
+void ODSelectXYZ::refillFields() {
   std::vector<std::wstring> items{std::wstring()};
   const std::vector<std::wstring> columns = columnNamesOf(chosenTable());
   items.insert(items.end(), columns.begin(), columns.end());
-  const std::pair<int, const std::wstring*> fields[] = {
-      {kIdFieldX, &x}, {kIdFieldY, &y}, {kIdFieldZ, &z}};
-  for (const auto& [id, name] : fields) {
+  for (const int id : {kIdFieldX, kIdFieldY, kIdFieldZ}) {
     DialogControl& combo = control(id);
     combo.items = items;
     combo.current = 0;
-    if (!name->empty()) selectItem(combo, *name);
   }
 }
 

@@ -49,8 +49,8 @@ class ODSelectXYZ : public platform::DialogModel {
 
  private:
   // Each field combo box: an empty entry, then the chosen table's columns in
-  // their order; the entry of that name chosen, the empty one if none.
-  void refillFields(const std::wstring& x, const std::wstring& y, const std::wstring& z);
+  // their order, with the empty one chosen.
+  void refillFields();
   std::wstring chosenTable() const;
 
   std::vector<std::wstring> limit_;
