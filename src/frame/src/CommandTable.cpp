@@ -10,6 +10,8 @@
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
 #include "search/ValueSearch.h"
+#include "tables/RemoveUnused.h"
+#include "tables/UsageStats.h"
 #include "values/AddValues.h"
 #include "values/CreateIDs.h"
 #include "values/ReplaceValues.h"
@@ -61,8 +63,8 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_ADDVAL", kFlags, commandAddVal},
       {L"ZARVEL_ADDVAL_OD2OD", kFlags, commandAddValOd2Od},
       {L"ZARVEL_23DPOLY", kFlags, commandNotAvailable},
-      {L"ZARVEL_RMUNUSED", kFlags, commandNotAvailable},
-      {L"ZARVEL_STAT", kFlags, commandNotAvailable},
+      {L"ZARVEL_RMUNUSED", kFlags, commandRmUnused},
+      {L"ZARVEL_STAT", kFlags, commandStat},
       {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
       {L"ZARVEL_BREAK", kFlags, commandNotAvailable},

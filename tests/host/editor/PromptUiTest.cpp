@@ -195,6 +195,15 @@ TEST(PromptUiTest, TheActionPromptOffersTheClosingButtons) {
   const DialogControl name = makeControl(50, ControlKind::Edit, L"Name");
   DialogControl disabledOk = DialogControl::button(kIdOk, L"OK", true, true);
   disabledOk.enabled = false;
+  DialogControl used = makeControl(54, ControlKind::ListBox, L"Used:");
+  used.items = {L"Roads", L"Parcels"};
+  used.readOnly = true;
+  DialogControl none = used;
+  none.id = 55;
+  none.items.clear();
+  DialogControl text = makeControl(56, ControlKind::Edit, L"");
+  text.text = L"one\r\n\r\ntwo\r";
+  text.readOnly = true;
   const struct {
     const char* name;
     std::vector<DialogControl> controls;
@@ -232,6 +241,18 @@ TEST(PromptUiTest, TheActionPromptOffersTheClosingButtons) {
        "*Cancel*\n",
        kIdCancel,
        "Name <>: *Cancel*\n",
+       {}},
+      {"read-only controls are printed, not asked",
+       {used, none, text, DialogControl::button(kIdOk, L"OK", true)},
+       "\n",
+       kIdOk,
+       "Used: Roads, Parcels\nUsed: -\n** Bare **\none\n\ntwo\nAction [OK] <OK>: \n",
+       {kIdOk}},
+      {"a text without buttons is shown and closed",
+       {text},
+       "",
+       kIdCancel,
+       "** Bare **\none\n\ntwo\n",
        {}},
       {"a dialog that no button can close is cancelled",
        {makeControl(50, ControlKind::CheckBox, L"Flag"), disabledOk},

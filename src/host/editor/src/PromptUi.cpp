@@ -23,7 +23,7 @@ const wchar_t* const kNo = L"No";
 const wchar_t* const kNoItem = L"<none>";
 
 bool isAsked(const DialogControl& control) {
-  if (!control.enabled || !control.visible) return false;
+  if (!control.enabled || !control.visible || control.readOnly) return false;
   switch (control.kind) {
     case ControlKind::Button:
       return false;
@@ -38,6 +38,34 @@ bool isAsked(const DialogControl& control) {
       return control.grid != nullptr && control.grid->rowCount() > 0;
   }
   return false;
+}
+
+// The lines of a text, ended by CR LF, LF or a lone CR; nothing follows the
+// last line end.
+std::vector<std::wstring> textLines(const std::wstring& text) {
+  std::vector<std::wstring> lines;
+  std::size_t start = 0;
+  while (start < text.size()) {
+    const std::size_t end = text.find_first_of(L"\r\n", start);
+    lines.push_back(text.substr(start, end - start));
+    if (end == std::wstring::npos) break;
+    start = end + (text.compare(end, 2, L"\r\n") == 0 ? 2 : 1);
+  }
+  return lines;
+}
+
+// A read-only control is printed where a window would show it: a list as its
+// items on one line, a text as its lines under the dialog's title.
+void showReadOnly(Prompter& prompter, const DialogModel& dialog, const DialogControl& control) {
+  if (!control.visible) return;
+  if (control.kind == ControlKind::ListBox) {
+    std::wstring items;
+    for (const std::wstring& item : control.items) items += (items.empty() ? L"" : L", ") + item;
+    prompter.print(promptLabel(control) + L": " + (items.empty() ? L"-" : items) + L"\n");
+  } else if (control.kind == ControlKind::Edit) {
+    if (!dialog.title().empty()) prompter.print(L"** " + dialog.title() + L" **\n");
+    for (const std::wstring& line : textLines(control.text)) prompter.print(line + L"\n");
+  }
 }
 
 // Whether a grid is filled in cell by cell: some visible column takes text.
@@ -382,6 +410,7 @@ int PromptUi::runModal(DialogModel& dialog) {
     std::size_t i = 0;
     while (i < dialog.controls().size()) {
       DialogControl& control = dialog.controls()[i];
+      if (control.readOnly) showReadOnly(prompter_, dialog, control);
       if (!isAsked(control)) {
         ++i;
         continue;

@@ -41,6 +41,9 @@ struct DialogControl {
   std::wstring label;
   bool enabled = true;
   bool visible = true;
+  // Shown but not changed by the user: a list that takes no selection, a text
+  // to read.
+  bool readOnly = false;
   // Where a model that lays itself out placed the control; empty otherwise.
   DialogRect rect;
 
@@ -53,7 +56,7 @@ struct DialogControl {
 
   // CheckBox.
   bool checked = false;
-  // Edit.
+  // Edit; a read-only one may hold several lines, ended by CR LF.
   std::wstring text;
   // Button.
   bool closes = false;
@@ -125,6 +128,8 @@ class DialogModel {
 
  protected:
   DialogControl& addControl(DialogControl control);
+  // For a dialog whose caller names its window.
+  void setTitle(std::wstring title) { title_ = std::move(title); }
 
  private:
   std::wstring title_;

@@ -161,7 +161,10 @@ struct Message {
   X(kDlgFromTable, 1260, (), L"From table") \
   X(kDlgFromField, 1261, (), L"From field") \
   X(kDlgToTable, 1262, (), L"To table") \
-  X(kDlgToField, 1263, (), L"To field")
+  X(kDlgToField, 1263, (), L"To field") \
+  X(kDlgRemoveUnusedTitle, 1300, (), L"Remove Unused OD") \
+  X(kDlgUsedLabel, 1301, (), L"Used:") \
+  X(kDlgUnusedLabel, 1302, (), L"Unused:")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \

@@ -19,6 +19,10 @@ namespace host {
 //   Tables [Roads/Parcels] <Roads>: Parcels         a grid of rows to choose, as a list
 //   Action [Attach/Detach/Cancel] <Attach>:         the buttons that close it
 //
+//   Used: Roads, Parcels                            a read-only list, printed
+//   ** Object Data statistics. **                   a read-only text: the dialog's title,
+//   Objects: 12                                     then the text line by line
+//
 // Disabled, invisible and empty controls are skipped, and so are buttons that
 // do not close the dialog. An empty item of a list is shown and named
 // "<none>". List items are named exactly, else by their first
