@@ -161,7 +161,11 @@ struct Message {
   X(kDlgFromTable, 1260, (), L"From table") \
   X(kDlgFromField, 1261, (), L"From field") \
   X(kDlgToTable, 1262, (), L"To table") \
-  X(kDlgToField, 1263, (), L"To field")
+  X(kDlgToField, 1263, (), L"To field") \
+  X(kDlgExplicationTitle, 1350, (), L"Explication") \
+  X(kDlgObjectTypeField, 1351, (), L"Object type field") \
+  X(kDlgSeparator, 1352, (), L"Separator") \
+  X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \

@@ -1,0 +1,423 @@
+// The explication report's text: records copied once, grouped, and every
+// statistic made in the one walk that writes the rows.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <map>
+#include <memory>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "oddata/OdAccess.h"
+#include "oddata/Selection.h"
+#include "oddata/ValueText.h"
+#include "report/Explication.h"
+#include "report/UnicodeFileText.h"
+
+namespace zarvel {
+namespace {
+
+using platform::OdType;
+
+// The largest double marks a statistic that has no value yet; the smallest
+// (its negative) starts a maximum.
+constexpr double kMark = std::numeric_limits<double>::max();
+
+// Wide enough for "%.12lf" of the largest double.
+constexpr std::size_t kNumberChars = 400;
+
+// "%.12lf" with its trailing zeros cut, one decimal kept: the one form of
+// every real in the report, whatever the drawing's precision.
+std::string_view realText(double v, char* buffer) {
+  char* out = buffer;
+  if (std::signbit(v)) *out++ = '-';
+  const double magnitude = std::fabs(v);
+  if (!std::isfinite(magnitude)) {
+    std::memcpy(out, std::isnan(magnitude) ? "nan" : "inf", 3);
+    return {buffer, static_cast<std::size_t>(out + 3 - buffer)};
+  }
+  out = std::to_chars(out, buffer + kNumberChars, magnitude, std::chars_format::fixed, 12).ptr;
+  while (out[-1] == '0' && out[-2] != '.') --out;
+  return {buffer, static_cast<std::size_t>(out - buffer)};
+}
+
+std::string_view intText(long long v, char* buffer) {
+  return {buffer,
+          static_cast<std::size_t>(std::to_chars(buffer, buffer + kNumberChars, v).ptr - buffer)};
+}
+
+// A cell's text, found where the report wrote it: distinct texts are counted
+// without a copy of each.
+struct Span {
+  std::size_t offset;
+  std::size_t length;
+};
+struct SpanHash {
+  const std::string* bytes;
+  std::size_t operator()(Span s) const {
+    return std::hash<std::string_view>()(std::string_view(bytes->data() + s.offset, s.length));
+  }
+};
+struct SpanEqual {
+  const std::string* bytes;
+  bool operator()(Span a, Span b) const {
+    return a.length == b.length &&
+           std::memcmp(bytes->data() + a.offset, bytes->data() + b.offset, a.length) == 0;
+  }
+};
+using DistinctTexts = std::unordered_set<Span, SpanHash, SpanEqual>;
+
+// Everything the report keeps of one of its columns. Kind 0 sums numbers,
+// kind 1 counts values.
+struct Column {
+  std::wstring name;
+  int kind = 0;
+  double groupSum = kMark;
+  double total = kMark;  // the sum of the groups' sums
+  double min = kMark;
+  double max = -kMark;
+  int count = 0;
+  bool counted = false;
+  DistinctTexts distinct;
+};
+
+// Where a table's records keep each report column's value, -1 for nowhere.
+struct TableLayout {
+  std::wstring quotedName;
+  std::vector<int> cellIndex;
+  int fieldIndex = -1;
+};
+
+struct EntityRecords {
+  ObjectId id;
+  std::vector<OdRecord> records;
+};
+
+struct GroupEntry {
+  std::size_t entity;
+  std::vector<int> records;  // indices into the entity's records, ascending
+};
+
+struct Group {
+  std::vector<GroupEntry> entries;
+  std::unordered_map<std::size_t, std::size_t> entryOf;  // by entity
+};
+
+int kindOf(OdType type) {
+  return type == OdType::Integer || type == OdType::Real ? 0 : 1;
+}
+
+class Report {
+ public:
+  explicit Report(const ExplicationOptions& options) : options_(options) {}
+
+  std::string build(const std::vector<ObjectId>& entities) {
+    collectRecords(entities);
+    buildColumns();
+    formGroups();
+    writeHeader();
+    for (const auto& [key, group] : groups_) writeGroup(key, group);
+    writeTotals();
+    return text_.takeBytes();
+  }
+
+ private:
+  void collectRecords(const std::vector<ObjectId>& entities);
+  void buildColumns();
+  void formGroups();
+  void groupByField(const std::map<std::wstring, std::vector<std::size_t>>& tableEntities);
+  void writeHeader();
+  void writeGroup(const std::wstring& key, const Group& group);
+  void writeRecord(const std::wstring& handle, const std::wstring& quotedKey,
+                   const OdRecord& record);
+  void writeCell(const OdValue& value);
+  void writeSum(double value, int kind);
+  void writeTotals();
+  void startTotalsLine(const wchar_t* label);
+
+  void field(std::wstring_view text) {
+    separate();
+    text_.append(text);
+  }
+  void separate() {
+    if (!lineStart_) text_.append(options_.separator);
+    lineStart_ = false;
+  }
+  void endLine() {
+    text_.newLine();
+    lineStart_ = true;
+  }
+  // A number that also stays in the line's scratch text, which a count
+  // without a value repeats.
+  void scratchField(std::string_view number) {
+    scratch_.assign(number);
+    separate();
+    text_.appendAscii(scratch_);
+  }
+  void numberField(std::string_view number) {
+    separate();
+    text_.appendAscii(number);
+  }
+  const TableLayout& layoutOf(const std::wstring& table) const { return layouts_.at(table); }
+
+  const ExplicationOptions& options_;
+  std::vector<EntityRecords> entities_;  // ascending by id
+  std::vector<Column> columns_;          // ascending by name
+  std::map<std::wstring, TableLayout> layouts_;
+  std::map<std::wstring, Group> groups_;
+  UnicodeFileText text_;
+  bool lineStart_ = true;
+  std::string scratch_;
+  char number_[kNumberChars];
+};
+
+void Report::collectRecords(const std::vector<ObjectId>& entities) {
+  OdContainer& container = getODContainer();
+  std::unique_ptr<platform::OdRecordIterator> iterator = container.newIterator();
+  for (const ObjectId id : entities) {
+    EntityRecords found{id, {}};
+    initWalk(*iterator, id, platform::OpenMode::Read);
+    for (; !iterator->isDone(); iterator->next()) {
+      if (!containsText(options_.tables, iterator->recordTableName())) continue;
+      OdRecord record;
+      if (iterator->getRecord(record) == platform::Status::Ok) {
+        found.records.push_back(std::move(record));
+      }
+    }
+    if (!found.records.empty()) entities_.push_back(std::move(found));
+  }
+  // Keyed by id: the first of an entity named twice stands.
+  std::stable_sort(entities_.begin(), entities_.end(),
+                   [](const EntityRecords& a, const EntityRecords& b) { return a.id < b.id; });
+  entities_.erase(
+      std::unique(entities_.begin(), entities_.end(),
+                  [](const EntityRecords& a, const EntityRecords& b) { return a.id == b.id; }),
+      entities_.end());
+}
+
+void Report::buildColumns() {
+  OdContainer& container = getODContainer();
+  std::map<std::wstring, platform::OdTableDef> definitions;
+  std::map<std::wstring, int> kinds;
+  for (const std::wstring& table : options_.tables) {
+    std::unique_ptr<platform::OdTable> found = container.getTable(table);
+    if (!found) continue;
+    const platform::OdTableDef& definition = definitions[table] = found->definition();
+    for (const platform::OdColumnDef& column : definition.columns) {
+      if (options_.typeField && column.name == options_.field) continue;
+      int& kind = kinds.try_emplace(column.name, 0).first->second;
+      kind = std::max(kind, kindOf(column.type));
+    }
+  }
+  for (const auto& [name, kind] : kinds) {
+    Column column;
+    column.name = name;
+    column.kind = kind;
+    column.distinct = DistinctTexts(16, SpanHash{&text_.bytes()}, SpanEqual{&text_.bytes()});
+    columns_.push_back(std::move(column));
+  }
+  for (const auto& [table, definition] : definitions) {
+    TableLayout& layout = layouts_[table];
+    layout.quotedName = csvQuote(table);
+    for (const Column& column : columns_) {
+      const auto at =
+          std::find_if(definition.columns.begin(), definition.columns.end(),
+                       [&column](const platform::OdColumnDef& c) { return c.name == column.name; });
+      layout.cellIndex.push_back(
+          at == definition.columns.end() ? -1 : static_cast<int>(at - definition.columns.begin()));
+    }
+    if (options_.typeField) layout.fieldIndex = definition.columnIndex(options_.field);
+  }
+}
+
+void Report::formGroups() {
+  std::map<std::wstring, std::vector<std::size_t>> tableEntities;
+  for (std::size_t e = 0; e < entities_.size(); ++e) {
+    for (const OdRecord& record : entities_[e].records) {
+      tableEntities[record.tableName()].push_back(e);
+    }
+  }
+  if (options_.typeField) {
+    groupByField(tableEntities);
+    return;
+  }
+  for (const auto& [table, list] : tableEntities) {
+    Group& group = groups_[table];
+    for (const std::size_t e : list) {
+      // An entity stands once per record in its table's list, one after the
+      // other: its first place has taken all its records of the table.
+      if (!group.entries.empty() && group.entries.back().entity == e) continue;
+      GroupEntry entry{e, {}};
+      const std::vector<OdRecord>& records = entities_[e].records;
+      for (std::size_t r = 0; r < records.size(); ++r) {
+        if (records[r].tableName() == table) entry.records.push_back(static_cast<int>(r));
+      }
+      group.entries.push_back(std::move(entry));
+    }
+  }
+}
+
+// Every record of an entity goes to the group of its field's value, at the
+// entity's first place in the tables' lists; its later places add nothing.
+void Report::groupByField(const std::map<std::wstring, std::vector<std::size_t>>& tableEntities) {
+  std::vector<bool> placed(entities_.size(), false);
+  for (const auto& entry : tableEntities) {
+    for (const std::size_t e : entry.second) {
+      if (placed[e]) continue;
+      placed[e] = true;
+      const std::vector<OdRecord>& records = entities_[e].records;
+      for (std::size_t r = 0; r < records.size(); ++r) {
+        const int index = layoutOf(records[r].tableName()).fieldIndex;
+        const bool hasValue = index >= 0 && index < records[r].count();
+        Group& group = groups_[hasValue ? valueToText(records[r].value(index)) : std::wstring()];
+        const auto [at, added] = group.entryOf.try_emplace(e, group.entries.size());
+        if (added) group.entries.push_back(GroupEntry{e, {}});
+        group.entries[at->second].records.push_back(static_cast<int>(r));
+      }
+    }
+  }
+}
+
+void Report::writeHeader() {
+  field(L"ID");
+  field(L"TableName");
+  if (options_.typeField) field(options_.field);
+  field(L"Count");
+  for (const Column& column : columns_) field(column.name);
+  endLine();
+}
+
+void Report::writeGroup(const std::wstring& key, const Group& group) {
+  for (Column& column : columns_) column.groupSum = kMark;
+  const std::wstring quotedKey = csvQuote(key);
+  for (const GroupEntry& entry : group.entries) {
+    const EntityRecords& entity = entities_[entry.entity];
+    const std::wstring handle = handleTextOfId(entity.id);
+    for (const int r : entry.records) {
+      writeRecord(handle, quotedKey, entity.records[static_cast<std::size_t>(r)]);
+    }
+  }
+  field(L"Sum");
+  field(options_.typeField ? std::wstring() : quotedKey);
+  if (options_.typeField) field(quotedKey);
+  scratchField(intText(static_cast<long long>(group.entries.size()), number_));
+  for (const Column& column : columns_) writeSum(column.groupSum, column.kind);
+  endLine();
+  endLine();
+  for (Column& column : columns_) {
+    if (column.groupSum == kMark) continue;
+    if (column.total == kMark) column.total = 0.0;
+    column.total += column.groupSum;
+  }
+}
+
+void Report::writeRecord(const std::wstring& handle, const std::wstring& quotedKey,
+                         const OdRecord& record) {
+  const TableLayout& layout = layoutOf(record.tableName());
+  field(handle);
+  field(layout.quotedName);
+  if (options_.typeField) field(quotedKey);
+  field(L"");
+  for (std::size_t c = 0; c < columns_.size(); ++c) {
+    separate();
+    const int index = layout.cellIndex[c];
+    if (index < 0 || index >= record.count()) continue;
+    const OdValue& value = record.value(index);
+    Column& column = columns_[c];
+    const double number = fieldNumber(column.kind, value);
+    if (column.groupSum == kMark) column.groupSum = 0.0;
+    column.groupSum += number;
+    ++column.count;
+    column.counted = true;
+    column.min = std::min(column.min, number);
+    column.max = std::max(column.max, number);
+    const std::size_t start = text_.bytes().size();
+    writeCell(value);
+    column.distinct.insert(Span{start, text_.bytes().size() - start});
+  }
+  endLine();
+}
+
+void Report::writeCell(const OdValue& value) {
+  switch (value.type()) {
+    case OdType::Integer:
+      text_.appendAscii(intText(value.asInt(), number_));
+      break;
+    case OdType::Real:
+      text_.appendAscii(realText(value.asReal(), number_));
+      break;
+    case OdType::Character:
+      text_.append(csvQuote(value.asText()));
+      break;
+    case OdType::Point:
+      // The coordinates are printed one over the other: the cell keeps Z.
+      text_.appendAscii(realText(value.asPoint().z, number_));
+      break;
+    case OdType::Unknown:
+      break;
+  }
+}
+
+void Report::writeSum(double value, int kind) {
+  if (value == kMark) {
+    separate();
+  } else if (kind == 0) {
+    scratchField(realText(value, number_));
+  } else {
+    scratchField(intText(static_cast<int>(value), number_));
+  }
+}
+
+void Report::startTotalsLine(const wchar_t* label) {
+  field(label);
+  field(L"");
+  if (options_.typeField) field(L"");
+  field(L"");
+}
+
+void Report::writeTotals() {
+  startTotalsLine(L"SumCount");
+  for (const Column& column : columns_) {
+    // A column without values repeats what the scratch text last held.
+    if (column.counted) scratch_.assign(intText(column.count, number_));
+    numberField(scratch_);
+  }
+  endLine();
+  startTotalsLine(L"SumSum");
+  for (const Column& column : columns_) writeSum(column.total, column.kind);
+  endLine();
+  startTotalsLine(L"Min");
+  for (const Column& column : columns_) {
+    const bool shown = column.min != kMark && column.kind == 0;
+    numberField(shown ? realText(column.min, number_) : std::string_view());
+  }
+  endLine();
+  startTotalsLine(L"Max");
+  for (const Column& column : columns_) {
+    const bool shown = column.max != -kMark && column.kind == 0;
+    numberField(shown ? realText(column.max, number_) : std::string_view());
+  }
+  endLine();
+  startTotalsLine(L"Average");
+  for (const Column& column : columns_) {
+    const bool shown = column.counted && column.kind == 0 && column.total != kMark;
+    numberField(shown ? realText(column.total / column.count, number_) : std::string_view());
+  }
+  endLine();
+  startTotalsLine(L"Unique");
+  for (const Column& column : columns_) {
+    numberField(intText(static_cast<long long>(column.distinct.size()), number_));
+  }
+}
+
+}  // namespace
+
+std::string explicationReport(const std::vector<ObjectId>& entities,
+                              const ExplicationOptions& options) {
+  return Report(options).build(entities);
+}
+
+}  // namespace zarvel
