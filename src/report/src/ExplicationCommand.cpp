@@ -60,9 +60,9 @@ void commandExpl() {
   platform::Files& files = port().files();
   // Found unwritable before the report is made, rather than after.
   if (files.checkWritable(path) != platform::Status::Ok) return;
-  const std::string bytes = explicationReport(selection.ids, options);
+  const UnicodeFileText report = explicationReport(selection.ids, options);
   // A failed write leaves any earlier file whole, and the host has said why.
-  platform::ignoreStatus(files.writeWholeFile(path, bytes));
+  platform::ignoreStatus(files.writeWholeFile(path, report.view()));
 }
 
 }  // namespace zarvel

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <limits>
 #include <map>
 #include <memory>
-#include <unordered_map>
-#include <unordered_set>
 
+#include "DistinctTexts.h"
 #include "oddata/OdAccess.h"
 #include "oddata/Selection.h"
 #include "oddata/ValueText.h"
@@ -49,27 +49,6 @@ std::string_view intText(long long v, char* buffer) {
           static_cast<std::size_t>(std::to_chars(buffer, buffer + kNumberChars, v).ptr - buffer)};
 }
 
-// A cell's text, found where the report wrote it: distinct texts are counted
-// without a copy of each.
-struct Span {
-  std::size_t offset;
-  std::size_t length;
-};
-struct SpanHash {
-  const std::string* bytes;
-  std::size_t operator()(Span s) const {
-    return std::hash<std::string_view>()(std::string_view(bytes->data() + s.offset, s.length));
-  }
-};
-struct SpanEqual {
-  const std::string* bytes;
-  bool operator()(Span a, Span b) const {
-    return a.length == b.length &&
-           std::memcmp(bytes->data() + a.offset, bytes->data() + b.offset, a.length) == 0;
-  }
-};
-using DistinctTexts = std::unordered_set<Span, SpanHash, SpanEqual>;
-
 // Everything the report keeps of one of its columns. Kind 0 sums numbers,
 // kind 1 counts values.
 struct Column {
@@ -81,29 +60,46 @@ struct Column {
   double max = -kMark;
   int count = 0;
   bool counted = false;
-  DistinctTexts distinct;
+  std::unique_ptr<DistinctTexts> distinct;
 };
 
 // Where a table's records keep each report column's value, -1 for nowhere.
 struct TableLayout {
+  std::size_t order = 0;  // among the tables, by name
   std::wstring quotedName;
   std::vector<int> cellIndex;
   int fieldIndex = -1;
 };
 
+// The records of one entity: each one's values, and its table's layout in
+// place of its table's name.
+using Values = std::vector<OdValue>;
 struct EntityRecords {
   ObjectId id;
-  std::vector<OdRecord> records;
+  std::vector<Values> records;
+  std::vector<const TableLayout*> layouts;  // one per record
 };
 
+// An entity's records in a group: a run of the group's record indices.
 struct GroupEntry {
   std::size_t entity;
-  std::vector<int> records;  // indices into the entity's records, ascending
+  std::size_t first;
+  std::size_t count;
 };
 
+// An entity's records all join their groups while it is visited, one entity
+// after another; so an entity already in a group is its last entry.
 struct Group {
   std::vector<GroupEntry> entries;
-  std::unordered_map<std::size_t, std::size_t> entryOf;  // by entity
+  std::vector<std::size_t> records;  // indices into the entities' records, ascending
+
+  void add(std::size_t entity, std::size_t record) {
+    if (entries.empty() || entries.back().entity != entity) {
+      entries.push_back(GroupEntry{entity, records.size(), 0});
+    }
+    records.push_back(record);
+    ++entries.back().count;
+  }
 };
 
 int kindOf(OdType type) {
@@ -114,27 +110,30 @@ class Report {
  public:
   explicit Report(const ExplicationOptions& options) : options_(options) {}
 
-  std::string build(const std::vector<ObjectId>& entities) {
-    collectRecords(entities);
+  UnicodeFileText build(const std::vector<ObjectId>& entities) {
     buildColumns();
+    collectRecords(entities);
     formGroups();
+    reserveText();
     writeHeader();
     for (const auto& [key, group] : groups_) writeGroup(key, group);
     writeTotals();
-    return text_.takeBytes();
+    return std::move(text_);
   }
 
  private:
   void collectRecords(const std::vector<ObjectId>& entities);
   void buildColumns();
   void formGroups();
-  void groupByField(const std::map<std::wstring, std::vector<std::size_t>>& tableEntities);
+  void groupByField(const std::vector<std::vector<std::size_t>>& tableEntities);
+  void reserveText();
   void writeHeader();
   void writeGroup(const std::wstring& key, const Group& group);
-  void writeRecord(const std::wstring& handle, const std::wstring& quotedKey,
-                   const OdRecord& record);
+  void writeRecord(const std::wstring& handle, const std::wstring& quotedKey, const Values& record,
+                   const TableLayout& layout);
   void writeCell(const OdValue& value);
   void writeSum(double value, int kind);
+  void writeQuoted(const std::wstring& text);
   void writeTotals();
   void startTotalsLine(const wchar_t* label);
 
@@ -161,7 +160,6 @@ class Report {
     separate();
     text_.appendAscii(number);
   }
-  const TableLayout& layoutOf(const std::wstring& table) const { return layouts_.at(table); }
 
   const ExplicationOptions& options_;
   std::vector<EntityRecords> entities_;  // ascending by id
@@ -177,14 +175,17 @@ class Report {
 void Report::collectRecords(const std::vector<ObjectId>& entities) {
   OdContainer& container = getODContainer();
   std::unique_ptr<platform::OdRecordIterator> iterator = container.newIterator();
+  OdRecord record;  // one for every copy, which keeps only the values
   for (const ObjectId id : entities) {
-    EntityRecords found{id, {}};
+    EntityRecords found{id, {}, {}};
     initWalk(*iterator, id, platform::OpenMode::Read);
     for (; !iterator->isDone(); iterator->next()) {
-      if (!containsText(options_.tables, iterator->recordTableName())) continue;
-      OdRecord record;
+      const auto layout = layouts_.find(iterator->recordTableName());
+      if (layout == layouts_.end()) continue;
       if (iterator->getRecord(record) == platform::Status::Ok) {
-        found.records.push_back(std::move(record));
+        found.records.push_back(std::move(record.values()));
+        record.values().clear();
+        found.layouts.push_back(&layout->second);
       }
     }
     if (!found.records.empty()) entities_.push_back(std::move(found));
@@ -216,11 +217,12 @@ void Report::buildColumns() {
     Column column;
     column.name = name;
     column.kind = kind;
-    column.distinct = DistinctTexts(16, SpanHash{&text_.bytes()}, SpanEqual{&text_.bytes()});
+    column.distinct = std::make_unique<DistinctTexts>(text_);
     columns_.push_back(std::move(column));
   }
   for (const auto& [table, definition] : definitions) {
     TableLayout& layout = layouts_[table];
+    layout.order = layouts_.size() - 1;
     layout.quotedName = csvQuote(table);
     for (const Column& column : columns_) {
       const auto at =
@@ -234,51 +236,59 @@ void Report::buildColumns() {
 }
 
 void Report::formGroups() {
-  std::map<std::wstring, std::vector<std::size_t>> tableEntities;
+  // Each table's entities, the tables in name order.
+  std::vector<std::vector<std::size_t>> tableEntities(layouts_.size());
   for (std::size_t e = 0; e < entities_.size(); ++e) {
-    for (const OdRecord& record : entities_[e].records) {
-      tableEntities[record.tableName()].push_back(e);
-    }
+    for (const TableLayout* layout : entities_[e].layouts)
+      tableEntities[layout->order].push_back(e);
   }
   if (options_.typeField) {
     groupByField(tableEntities);
     return;
   }
-  for (const auto& [table, list] : tableEntities) {
+  for (const auto& [table, layout] : layouts_) {
+    const std::vector<std::size_t>& list = tableEntities[layout.order];
+    if (list.empty()) continue;  // a table without records has no group
     Group& group = groups_[table];
     for (const std::size_t e : list) {
       // An entity stands once per record in its table's list, one after the
       // other: its first place has taken all its records of the table.
       if (!group.entries.empty() && group.entries.back().entity == e) continue;
-      GroupEntry entry{e, {}};
-      const std::vector<OdRecord>& records = entities_[e].records;
-      for (std::size_t r = 0; r < records.size(); ++r) {
-        if (records[r].tableName() == table) entry.records.push_back(static_cast<int>(r));
+      const std::vector<const TableLayout*>& layouts = entities_[e].layouts;
+      for (std::size_t r = 0; r < layouts.size(); ++r) {
+        if (layouts[r] == &layout) group.add(e, r);
       }
-      group.entries.push_back(std::move(entry));
     }
   }
 }
 
 // Every record of an entity goes to the group of its field's value, at the
 // entity's first place in the tables' lists; its later places add nothing.
-void Report::groupByField(const std::map<std::wstring, std::vector<std::size_t>>& tableEntities) {
+void Report::groupByField(const std::vector<std::vector<std::size_t>>& tableEntities) {
   std::vector<bool> placed(entities_.size(), false);
-  for (const auto& entry : tableEntities) {
-    for (const std::size_t e : entry.second) {
+  for (const std::vector<std::size_t>& list : tableEntities) {
+    for (const std::size_t e : list) {
       if (placed[e]) continue;
       placed[e] = true;
-      const std::vector<OdRecord>& records = entities_[e].records;
+      const std::vector<Values>& records = entities_[e].records;
       for (std::size_t r = 0; r < records.size(); ++r) {
-        const int index = layoutOf(records[r].tableName()).fieldIndex;
-        const bool hasValue = index >= 0 && index < records[r].count();
-        Group& group = groups_[hasValue ? valueToText(records[r].value(index)) : std::wstring()];
-        const auto [at, added] = group.entryOf.try_emplace(e, group.entries.size());
-        if (added) group.entries.push_back(GroupEntry{e, {}});
-        group.entries[at->second].records.push_back(static_cast<int>(r));
+        const int index = entities_[e].layouts[r]->fieldIndex;
+        const std::size_t column = static_cast<std::size_t>(index);
+        const bool hasValue = index >= 0 && column < records[r].size();
+        Group& group = groups_[hasValue ? valueToText(records[r][column]) : std::wstring()];
+        group.add(e, r);
       }
     }
   }
+}
+
+// Some eight characters a field: a hint, so that the text is not copied over
+// and over as it grows.
+void Report::reserveText() {
+  std::size_t records = 0;
+  for (const EntityRecords& entity : entities_) records += entity.records.size();
+  constexpr std::size_t kBytesPerField = 16;
+  text_.reserve(records * (columns_.size() + 4) * kBytesPerField);
 }
 
 void Report::writeHeader() {
@@ -296,8 +306,9 @@ void Report::writeGroup(const std::wstring& key, const Group& group) {
   for (const GroupEntry& entry : group.entries) {
     const EntityRecords& entity = entities_[entry.entity];
     const std::wstring handle = handleTextOfId(entity.id);
-    for (const int r : entry.records) {
-      writeRecord(handle, quotedKey, entity.records[static_cast<std::size_t>(r)]);
+    for (std::size_t i = entry.first; i < entry.first + entry.count; ++i) {
+      const std::size_t r = group.records[i];
+      writeRecord(handle, quotedKey, entity.records[r], *entity.layouts[r]);
     }
   }
   field(L"Sum");
@@ -315,8 +326,7 @@ void Report::writeGroup(const std::wstring& key, const Group& group) {
 }
 
 void Report::writeRecord(const std::wstring& handle, const std::wstring& quotedKey,
-                         const OdRecord& record) {
-  const TableLayout& layout = layoutOf(record.tableName());
+                         const Values& record, const TableLayout& layout) {
   field(handle);
   field(layout.quotedName);
   if (options_.typeField) field(quotedKey);
@@ -324,8 +334,8 @@ void Report::writeRecord(const std::wstring& handle, const std::wstring& quotedK
   for (std::size_t c = 0; c < columns_.size(); ++c) {
     separate();
     const int index = layout.cellIndex[c];
-    if (index < 0 || index >= record.count()) continue;
-    const OdValue& value = record.value(index);
+    if (index < 0 || static_cast<std::size_t>(index) >= record.size()) continue;
+    const OdValue& value = record[static_cast<std::size_t>(index)];
     Column& column = columns_[c];
     const double number = fieldNumber(column.kind, value);
     if (column.groupSum == kMark) column.groupSum = 0.0;
@@ -334,9 +344,9 @@ void Report::writeRecord(const std::wstring& handle, const std::wstring& quotedK
     column.counted = true;
     column.min = std::min(column.min, number);
     column.max = std::max(column.max, number);
-    const std::size_t start = text_.bytes().size();
+    const std::size_t start = text_.size();
     writeCell(value);
-    column.distinct.insert(Span{start, text_.bytes().size() - start});
+    column.distinct->insert(start, text_.size() - start);
   }
   endLine();
 }
@@ -350,7 +360,7 @@ void Report::writeCell(const OdValue& value) {
       text_.appendAscii(realText(value.asReal(), number_));
       break;
     case OdType::Character:
-      text_.append(csvQuote(value.asText()));
+      writeQuoted(value.asText());
       break;
     case OdType::Point:
       // The coordinates are printed one over the other: the cell keeps Z.
@@ -359,6 +369,17 @@ void Report::writeCell(const OdValue& value) {
     case OdType::Unknown:
       break;
   }
+}
+
+void Report::writeQuoted(const std::wstring& text) {
+  // Most texts hold no quote to double, and need no quoted copy.
+  if (text.find(L'"') != std::wstring::npos) {
+    text_.append(csvQuote(text));
+    return;
+  }
+  text_.appendAscii("\"");
+  text_.append(text);
+  text_.appendAscii("\"");
 }
 
 void Report::writeSum(double value, int kind) {
@@ -409,14 +430,14 @@ void Report::writeTotals() {
   endLine();
   startTotalsLine(L"Unique");
   for (const Column& column : columns_) {
-    numberField(intText(static_cast<long long>(column.distinct.size()), number_));
+    numberField(intText(static_cast<long long>(column.distinct->size()), number_));
   }
 }
 
 }  // namespace
 
-std::string explicationReport(const std::vector<ObjectId>& entities,
-                              const ExplicationOptions& options) {
+UnicodeFileText explicationReport(const std::vector<ObjectId>& entities,
+                                  const ExplicationOptions& options) {
   return Report(options).build(entities);
 }
 

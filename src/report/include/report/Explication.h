@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/ObjectId.h"
+#include "report/UnicodeFileText.h"
 
 namespace zarvel {
 
@@ -20,8 +21,8 @@ struct ExplicationOptions {
 
 // The report as its file holds it: UTF-16 little endian with a byte-order
 // mark, lines ended by CR LF.
-std::string explicationReport(const std::vector<platform::ObjectId>& entities,
-                              const ExplicationOptions& options);
+UnicodeFileText explicationReport(const std::vector<platform::ObjectId>& entities,
+                                  const ExplicationOptions& options);
 
 // ZARVEL_EXPL: the report of the selection, written to a file the user names.
 void commandExpl();
