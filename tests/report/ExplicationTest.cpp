@@ -131,6 +131,18 @@ TEST_F(ExplicationTest, ReportByFieldGroupsRecordsByItsValues) {
   EXPECT_EQ(readable(std::string(zarvel::explicationReport(lines, options).view())), expected);
 }
 
+// Line feeds become CR LF, characters past the first plane become pairs, and
+// text longer than the room left still lands whole.
+TEST(UnicodeFileText, EncodesAsTheWideTextModeWrites) {
+  zarvel::UnicodeFileText text;
+  text.append(L"a\n");
+  text.append(L"xyz");  // more than the room left, less than twice it
+  text.append(std::wstring(40, L'x') + L"\U0001D11E");
+  text.appendAscii("7");
+  EXPECT_EQ(std::string(text.view()),
+            fileBytes(u"a\r\nxyz" + std::u16string(40, u'x') + u"\U0001D11E" + u"7"));
+}
+
 TEST_F(ExplicationTest, SharedColumnsKeepTheFirstTablesWriting) {
   EXPECT_EQ(zarvel::sharedColumns({L"Roads", L"Parcels"}),
             (std::vector<std::wstring>{L"ID", L"LEN"}));

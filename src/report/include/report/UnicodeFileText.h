@@ -29,7 +29,7 @@ class UnicodeFileText {
  private:
   // Hands out the next n bytes, which the caller fills.
   char* room(std::size_t n) {
-    if (used_ + n > capacity_) reserve(used_ + n > 2 * capacity_ ? n : capacity_);
+    if (used_ + n > capacity_) reserve(n > capacity_ ? n : capacity_);
     char* out = bytes_.get() + used_;
     used_ += n;
     return out;
