@@ -71,13 +71,20 @@ struct TableLayout {
   int fieldIndex = -1;
 };
 
-// The records of one entity: each one's values, and its table's layout in
-// place of its table's name.
-using Values = std::vector<OdValue>;
+// A copied record: its values, a run of the report's one array of values,
+// and its table's layout in place of its table's name. One array for all keeps
+// a million records from being a million allocations.
+struct RecordCopy {
+  std::size_t firstValue;
+  std::size_t valueCount;
+  const TableLayout* layout;
+};
+
+// An entity's records: a run of the report's records.
 struct EntityRecords {
   ObjectId id;
-  std::vector<Values> records;
-  std::vector<const TableLayout*> layouts;  // one per record
+  std::size_t firstRecord;
+  std::size_t recordCount;
 };
 
 // An entity's records in a group: a run of the group's record indices.
@@ -91,7 +98,7 @@ struct GroupEntry {
 // after another; so an entity already in a group is its last entry.
 struct Group {
   std::vector<GroupEntry> entries;
-  std::vector<std::size_t> records;  // indices into the entities' records, ascending
+  std::vector<std::size_t> records;  // indices into the report's records, ascending
 
   void add(std::size_t entity, std::size_t record) {
     if (entries.empty() || entries.back().entity != entity) {
@@ -129,8 +136,8 @@ class Report {
   void reserveText();
   void writeHeader();
   void writeGroup(const std::wstring& key, const Group& group);
-  void writeRecord(const std::wstring& handle, const std::wstring& quotedKey, const Values& record,
-                   const TableLayout& layout);
+  void writeRecord(const std::wstring& handle, const std::wstring& quotedKey,
+                   const RecordCopy& record);
   void writeCell(const OdValue& value);
   void writeSum(double value, int kind);
   void writeQuoted(const std::wstring& text);
@@ -163,7 +170,9 @@ class Report {
 
   const ExplicationOptions& options_;
   std::vector<EntityRecords> entities_;  // ascending by id
-  std::vector<Column> columns_;          // ascending by name
+  std::vector<RecordCopy> records_;
+  std::vector<OdValue> values_;
+  std::vector<Column> columns_;  // ascending by name
   std::map<std::wstring, TableLayout> layouts_;
   std::map<std::wstring, Group> groups_;
   UnicodeFileText text_;
@@ -177,22 +186,23 @@ void Report::collectRecords(const std::vector<ObjectId>& entities) {
   std::unique_ptr<platform::OdRecordIterator> iterator = container.newIterator();
   OdRecord record;  // one for every copy, which keeps only the values
   for (const ObjectId id : entities) {
-    EntityRecords found{id, {}, {}};
+    const std::size_t first = records_.size();
     initWalk(*iterator, id, platform::OpenMode::Read);
     for (; !iterator->isDone(); iterator->next()) {
       const auto layout = layouts_.find(iterator->recordTableName());
-      if (layout == layouts_.end()) continue;
-      if (iterator->getRecord(record) == platform::Status::Ok) {
-        found.records.push_back(std::move(record.values()));
-        record.values().clear();
-        found.layouts.push_back(&layout->second);
+      if (layout == layouts_.end() || iterator->getRecord(record) != platform::Status::Ok) {
+        continue;
       }
+      records_.push_back(RecordCopy{values_.size(), record.values().size(), &layout->second});
+      for (OdValue& value : record.values()) values_.push_back(std::move(value));
     }
-    if (!found.records.empty()) entities_.push_back(std::move(found));
+    if (records_.size() > first) entities_.push_back({id, first, records_.size() - first});
   }
   // Keyed by id: the first of an entity named twice stands.
-  std::stable_sort(entities_.begin(), entities_.end(),
-                   [](const EntityRecords& a, const EntityRecords& b) { return a.id < b.id; });
+  const auto byId = [](const EntityRecords& a, const EntityRecords& b) { return a.id < b.id; };
+  if (!std::is_sorted(entities_.begin(), entities_.end(), byId)) {
+    std::stable_sort(entities_.begin(), entities_.end(), byId);
+  }
   entities_.erase(
       std::unique(entities_.begin(), entities_.end(),
                   [](const EntityRecords& a, const EntityRecords& b) { return a.id == b.id; }),
@@ -239,8 +249,10 @@ void Report::formGroups() {
   // Each table's entities, the tables in name order.
   std::vector<std::vector<std::size_t>> tableEntities(layouts_.size());
   for (std::size_t e = 0; e < entities_.size(); ++e) {
-    for (const TableLayout* layout : entities_[e].layouts)
-      tableEntities[layout->order].push_back(e);
+    const EntityRecords& entity = entities_[e];
+    for (std::size_t r = entity.firstRecord; r < entity.firstRecord + entity.recordCount; ++r) {
+      tableEntities[records_[r].layout->order].push_back(e);
+    }
   }
   if (options_.typeField) {
     groupByField(tableEntities);
@@ -254,9 +266,9 @@ void Report::formGroups() {
       // An entity stands once per record in its table's list, one after the
       // other: its first place has taken all its records of the table.
       if (!group.entries.empty() && group.entries.back().entity == e) continue;
-      const std::vector<const TableLayout*>& layouts = entities_[e].layouts;
-      for (std::size_t r = 0; r < layouts.size(); ++r) {
-        if (layouts[r] == &layout) group.add(e, r);
+      const EntityRecords& entity = entities_[e];
+      for (std::size_t r = entity.firstRecord; r < entity.firstRecord + entity.recordCount; ++r) {
+        if (records_[r].layout == &layout) group.add(e, r);
       }
     }
   }
@@ -270,12 +282,14 @@ void Report::groupByField(const std::vector<std::vector<std::size_t>>& tableEnti
     for (const std::size_t e : list) {
       if (placed[e]) continue;
       placed[e] = true;
-      const std::vector<Values>& records = entities_[e].records;
-      for (std::size_t r = 0; r < records.size(); ++r) {
-        const int index = entities_[e].layouts[r]->fieldIndex;
+      const EntityRecords& entity = entities_[e];
+      for (std::size_t r = entity.firstRecord; r < entity.firstRecord + entity.recordCount; ++r) {
+        const RecordCopy& record = records_[r];
+        const int index = record.layout->fieldIndex;
         const std::size_t column = static_cast<std::size_t>(index);
-        const bool hasValue = index >= 0 && column < records[r].size();
-        Group& group = groups_[hasValue ? valueToText(records[r][column]) : std::wstring()];
+        const bool hasValue = index >= 0 && column < record.valueCount;
+        Group& group =
+            groups_[hasValue ? valueToText(values_[record.firstValue + column]) : std::wstring()];
         group.add(e, r);
       }
     }
@@ -285,10 +299,8 @@ void Report::groupByField(const std::vector<std::vector<std::size_t>>& tableEnti
 // Some eight characters a field: a hint, so that the text is not copied over
 // and over as it grows.
 void Report::reserveText() {
-  std::size_t records = 0;
-  for (const EntityRecords& entity : entities_) records += entity.records.size();
   constexpr std::size_t kBytesPerField = 16;
-  text_.reserve(records * (columns_.size() + 4) * kBytesPerField);
+  text_.reserve(records_.size() * (columns_.size() + 4) * kBytesPerField);
 }
 
 void Report::writeHeader() {
@@ -307,8 +319,7 @@ void Report::writeGroup(const std::wstring& key, const Group& group) {
     const EntityRecords& entity = entities_[entry.entity];
     const std::wstring handle = handleTextOfId(entity.id);
     for (std::size_t i = entry.first; i < entry.first + entry.count; ++i) {
-      const std::size_t r = group.records[i];
-      writeRecord(handle, quotedKey, entity.records[r], *entity.layouts[r]);
+      writeRecord(handle, quotedKey, records_[group.records[i]]);
     }
   }
   field(L"Sum");
@@ -326,7 +337,8 @@ void Report::writeGroup(const std::wstring& key, const Group& group) {
 }
 
 void Report::writeRecord(const std::wstring& handle, const std::wstring& quotedKey,
-                         const Values& record, const TableLayout& layout) {
+                         const RecordCopy& record) {
+  const TableLayout& layout = *record.layout;
   field(handle);
   field(layout.quotedName);
   if (options_.typeField) field(quotedKey);
@@ -334,8 +346,8 @@ void Report::writeRecord(const std::wstring& handle, const std::wstring& quotedK
   for (std::size_t c = 0; c < columns_.size(); ++c) {
     separate();
     const int index = layout.cellIndex[c];
-    if (index < 0 || static_cast<std::size_t>(index) >= record.size()) continue;
-    const OdValue& value = record[static_cast<std::size_t>(index)];
+    if (index < 0 || static_cast<std::size_t>(index) >= record.valueCount) continue;
+    const OdValue& value = values_[record.firstValue + static_cast<std::size_t>(index)];
     Column& column = columns_[c];
     const double number = fieldNumber(column.kind, value);
     if (column.groupSum == kMark) column.groupSum = 0.0;
