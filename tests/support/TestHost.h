@@ -27,6 +27,7 @@ class TestHost : public platform::Host,
                  public platform::Editor,
                  public platform::Documents,
                  public platform::Ui,
+                 public platform::Files,
                  public platform::CommandStack,
                  public platform::DynamicLinker {
  public:
@@ -41,6 +42,8 @@ class TestHost : public platform::Host,
   std::deque<int> messageBoxAnswers;
   // Fills in a dialog and returns the button that closes it.
   std::function<int(platform::DialogModel&)> dialogAnswer;
+  std::deque<std::wstring> fileNames;  // what fileDialog returns; "" or none cancels
+  std::vector<std::wstring> unwritable;  // paths the file service refuses
 
   // --- What happened -------------------------------------------------------
   std::wstring printed;
@@ -65,6 +68,8 @@ class TestHost : public platform::Host,
   int progressMax = -1;
   int progressSteps = 0;
   bool statusBarRestored = true;
+  std::vector<platform::FileDialogRequest> fileDialogs;
+  std::map<std::wstring, std::string> writtenFiles;  // by path, as last written whole
 
   host::Database db;
 
@@ -91,6 +96,7 @@ class TestHost : public platform::Host,
   platform::Drawing& drawing() override { return drawing_; }
   platform::FeatureClasses& featureClasses() override { return featureClasses_; }
   platform::EntityGeometry& geometry() override { return geometry_; }
+  platform::Files& files() override { return *this; }
 
   // --- platform::Editor ----------------------------------------------------
   std::vector<ObjectId> impliedSelection() override { return pickFirst; }
@@ -128,6 +134,24 @@ class TestHost : public platform::Host,
   // --- platform::Ui --------------------------------------------------------
   int runModal(platform::DialogModel& dialog) override;
   int messageBox(const std::wstring& text, const std::wstring& caption, int flags) override;
+  std::wstring fileDialog(const platform::FileDialogRequest& request) override {
+    fileDialogs.push_back(request);
+    if (fileNames.empty()) return std::wstring();
+    std::wstring name = fileNames.front();
+    fileNames.pop_front();
+    return name;
+  }
+
+  // --- platform::Files -----------------------------------------------------
+  platform::Status checkWritable(const std::wstring& path) override {
+    const bool refused = std::count(unwritable.begin(), unwritable.end(), path) > 0;
+    return refused ? platform::Status::Failed : platform::Status::Ok;
+  }
+  platform::Status writeWholeFile(const std::wstring& path, std::string_view bytes) override {
+    if (checkWritable(path) != platform::Status::Ok) return platform::Status::Failed;
+    writtenFiles[path] = std::string(bytes);
+    return platform::Status::Ok;
+  }
 
   // --- platform::CommandStack / DynamicLinker ------------------------------
   platform::Status addCommand(const std::wstring& group, const std::wstring& globalName,

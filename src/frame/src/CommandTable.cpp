@@ -6,6 +6,7 @@
 #include "records/AttachData.h"
 #include "records/CopyCommands.h"
 #include "records/DetachCommands.h"
+#include "report/Explication.h"
 #include "search/PointSelection.h"
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
@@ -69,7 +70,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
       {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
       {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},
-      {L"ZARVEL_EXPL", kFlags, commandNotAvailable},
+      {L"ZARVEL_EXPL", kFlags, commandExpl},
       {L"ZARVEL_TRANSLATE", kFlags, commandNotAvailable},
       {L"ZARVEL_LOAD_ATTRS", kFlags, commandNotAvailable},
       {L"ZARVEL_STORE_ATTRS", kFlags, commandNotAvailable},

@@ -174,6 +174,29 @@ std::optional<std::string> writeFileAtomically(const std::filesystem::path& path
   return std::nullopt;
 }
 
+std::optional<std::string> whyNotWritable(const std::filesystem::path& path) {
+  int linkError = 0;
+  const std::filesystem::path target = saveTarget(path, linkError);
+  if (linkError != 0) return std::string("cannot follow the link: ") + std::strerror(linkError);
+  struct stat info {};
+  if (::stat(target.c_str(), &info) == 0) {
+    // Said alike for every user, root included, whom the mode alone stops.
+    if (S_ISREG(info.st_mode) && (info.st_mode & 0222) == 0) {
+      return std::string("the file is read-only");
+    }
+    return refusalOf(target, info);
+  }
+  // A new file is made beside the target, so its folder must take one.
+  const std::filesystem::path folder =
+      target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+  if (::stat(folder.c_str(), &info) != 0) return std::string(std::strerror(errno));
+  if (!S_ISDIR(info.st_mode)) return std::string("the folder is not a directory");
+  if (::geteuid() != 0 && ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0) {
+    return std::string(std::strerror(errno));
+  }
+  return std::nullopt;
+}
+
 FileBytes readWholeFile(const std::filesystem::path& path) {
   FileBytes result;
   FileDescriptor file(openRetrying(path.c_str(), O_RDONLY));

@@ -1,11 +1,13 @@
 // Dialog models and message boxes as prompts.
 #include "host/editor/PromptUi.h"
 
+#include <filesystem>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "host/editor/AnswerParsing.h"
+#include "platform/Text.h"
 
 namespace host {
 
@@ -457,6 +459,36 @@ int PromptUi::messageBox(const std::wstring& text, const std::wstring& caption, 
       prompter_.getKeyword(keywordPrompt(L"", keywords, defaultKeyword), keywords, defaultKeyword);
   if (reply.status != PromptStatus::Normal) return buttons.onCancel;
   return buttons.choices[static_cast<std::size_t>(findName(reply.text, keywords))].id;
+}
+
+std::wstring PromptUi::fileDialog(const platform::FileDialogRequest& request) {
+  const std::wstring prompt = request.defaultName.empty()
+                                  ? std::wstring(L"Enter file name: ")
+                                  : L"Enter file name <" + request.defaultName + L">: ";
+  for (;;) {
+    const platform::StringReply reply = prompter_.getString(prompt, true);
+    if (reply.status != PromptStatus::Normal) return std::wstring();
+    std::wstring name(trimBlanks(reply.text));
+    if (name.empty()) name = request.defaultName;
+    if (name.empty()) return std::wstring();
+    std::filesystem::path path(platform::toUtf8(name));
+    if (!path.has_extension() && !request.defaultExtension.empty()) {
+      name += L"." + request.defaultExtension;
+      path = std::filesystem::path(platform::toUtf8(name));
+    }
+    std::error_code error;
+    const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
+    if (request.folderMustExist && !std::filesystem::is_directory(folder, error)) {
+      prompter_.print(platform::fromUtf8(folder.string()) + L": no such folder.\n");
+      continue;
+    }
+    if (request.save && request.confirmOverwrite && std::filesystem::exists(path, error) &&
+        messageBox(name + L" already exists.\nDo you want to replace it?", request.title,
+                   platform::kMbYesNo) != platform::kIdYes) {
+      continue;
+    }
+    return name;
+  }
 }
 
 }  // namespace host

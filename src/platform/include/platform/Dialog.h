@@ -146,6 +146,17 @@ inline constexpr int kMbIconExclamation = 0x30;
 inline constexpr int kIdYes = 6;
 inline constexpr int kIdNo = 7;
 
+// What a file dialog asks for. The filter is written "Description|*.ext||".
+struct FileDialogRequest {
+  std::wstring title;
+  std::wstring defaultName;
+  std::wstring defaultExtension;  // without the dot; added to a name that has none
+  std::wstring filter;
+  bool save = false;
+  bool confirmOverwrite = false;  // asks before a save dialog names an existing file
+  bool folderMustExist = true;
+};
+
 class Ui {
  public:
   virtual ~Ui() = default;
@@ -153,6 +164,8 @@ class Ui {
   // (kIdCancel when the user cancelled).
   virtual int runModal(DialogModel& dialog) = 0;
   virtual int messageBox(const std::wstring& text, const std::wstring& caption, int flags) = 0;
+  // The path the user chose; empty when cancelled, as in a host without file dialogs.
+  virtual std::wstring fileDialog(const FileDialogRequest& /*request*/) { return std::wstring(); }
 };
 
 }  // namespace platform

@@ -8,6 +8,7 @@
 #include "platform/Drawing.h"
 #include "platform/Editor.h"
 #include "platform/FeatureClasses.h"
+#include "platform/Files.h"
 #include "platform/Geometry3d.h"
 #include "platform/ObjectData.h"
 #include "platform/Status.h"
@@ -56,6 +57,11 @@ class Host {
   virtual Drawing& drawing() = 0;
   virtual FeatureClasses& featureClasses() = 0;
   virtual EntityGeometry& geometry() = 0;
+  // A host without a file service writes nothing.
+  virtual Files& files() {
+    static Files none;
+    return none;
+  }
 
   // Functions callable from the host's scripting language; a host without one
   // accepts and ignores them.

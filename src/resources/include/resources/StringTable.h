@@ -164,7 +164,11 @@ struct Message {
   X(kDlgToField, 1263, (), L"To field") \
   X(kDlgRemoveUnusedTitle, 1300, (), L"Remove Unused OD") \
   X(kDlgUsedLabel, 1301, (), L"Used:") \
-  X(kDlgUnusedLabel, 1302, (), L"Unused:")
+  X(kDlgUnusedLabel, 1302, (), L"Unused:") \
+  X(kDlgExplicationTitle, 1350, (), L"Explication") \
+  X(kDlgObjectTypeField, 1351, (), L"Object type field") \
+  X(kDlgSeparator, 1352, (), L"Separator") \
+  X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \

@@ -18,6 +18,10 @@ namespace host::dxf {
 std::optional<std::string> writeFileAtomically(const std::filesystem::path& path,
                                                std::string_view data);
 
+// Why writeFileAtomically would refuse the target, found without writing: the reason alone, for
+// a caller that names the file itself; nothing when the file could be written.
+std::optional<std::string> whyNotWritable(const std::filesystem::path& path);
+
 struct FileBytes {
   std::string bytes;
   // Set when the file could not be read; it names the file and the system's reason.

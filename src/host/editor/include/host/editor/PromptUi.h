@@ -39,6 +39,10 @@ class PromptUi : public platform::Ui {
   // the low four bits of flags choose; Cancel picks the safe answer (No, or
   // Cancel when there is one).
   int messageBox(const std::wstring& text, const std::wstring& caption, int flags) override;
+  // "Enter file name: " (with the default name, if any, in angle brackets); the
+  // default extension is added to a name without one. A folder that does not
+  // exist, or No when asked whether to replace a file, asks again.
+  std::wstring fileDialog(const platform::FileDialogRequest& request) override;
 
  private:
   Prompter& prompter_;

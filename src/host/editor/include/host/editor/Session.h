@@ -113,7 +113,7 @@ class Session {
   SessionDocuments documents_{*this};
   ModuleCommandStack moduleCommands_;
   SessionLinker linker_;
-  SessionHost host_{*this};
+  SessionHost host_{*this, prompter_};
   // Last, so that a module still loaded when the session goes finds the
   // roles above alive while it unloads.
   PluginLoader plugin_;

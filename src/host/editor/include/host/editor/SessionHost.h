@@ -3,6 +3,7 @@
 // the document when another one is opened.
 #pragma once
 
+#include "host/editor/FileService.h"
 #include "platform/Host.h"
 
 namespace host {
@@ -11,7 +12,7 @@ class Session;
 
 class SessionHost : public platform::Host {
  public:
-  explicit SessionHost(Session& session) : session_(session) {}
+  SessionHost(Session& session, Prompter& prompter) : session_(session), files_(prompter) {}
 
   platform::CommandStack& commandStack() override;
   platform::DynamicLinker& dynamicLinker() override;
@@ -22,9 +23,11 @@ class SessionHost : public platform::Host {
   platform::Drawing& drawing() override;
   platform::FeatureClasses& featureClasses() override;
   platform::EntityGeometry& geometry() override;
+  platform::Files& files() override { return files_; }
 
  private:
   Session& session_;
+  FileService files_;
 };
 
 }  // namespace host
