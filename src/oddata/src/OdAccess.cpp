@@ -84,13 +84,16 @@ std::vector<OdValue> valuesOfEntityTable(OdContainer& container, const std::wstr
   return values;
 }
 
+bool walkToRecordOfTable(platform::OdRecordIterator& iterator, ObjectId entity,
+                         const std::wstring& table, OpenMode mode) {
+  initWalk(iterator, entity, mode);
+  while (!iterator.isDone() && iterator.recordTableName() != table) iterator.next();
+  return !iterator.isDone();
+}
+
 bool hasRecordOfTable(OdContainer& container, ObjectId entity, const std::wstring& table) {
   auto it = container.newIterator();
-  initWalk(*it, entity, OpenMode::Read);
-  for (; !it->isDone(); it->next()) {
-    if (it->recordTableName() == table) return true;
-  }
-  return false;
+  return walkToRecordOfTable(*it, entity, table, OpenMode::Read);
 }
 
 bool hasRecordOfTableCurrent(ObjectId entity, const std::wstring& table) {

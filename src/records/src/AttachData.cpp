@@ -57,16 +57,11 @@ bool attachTo(OdContainer& container, platform::OdRecordIterator& it, ObjectId e
 
 // Only the first record of the table goes, however many the entity has.
 bool detachFrom(platform::OdRecordIterator& it, ObjectId entity, const std::wstring& table) {
-  initWalk(it, entity, OpenMode::Write);
-  for (; !it.isDone(); it.next()) {
-    if (it.recordTableName() == table) {
-      // Counted as reached: on an iterator held for write and standing on a
-      // record, the removal cannot fail.
-      platform::ignoreStatus(it.removeRecord());
-      return true;
-    }
-  }
-  return false;
+  if (!walkToRecordOfTable(it, entity, table, OpenMode::Write)) return false;
+  // Counted as reached: on an iterator held for write and standing on a
+  // record, the removal cannot fail.
+  platform::ignoreStatus(it.removeRecord());
+  return true;
 }
 
 }  // namespace

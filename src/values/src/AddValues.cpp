@@ -63,9 +63,9 @@ class FieldAdder {
 
   // Only the entity's first record of the table changes.
   bool add(ObjectId entity) {
-    initWalk(*records_, entity, OpenMode::Write);
-    while (!records_->isDone() && records_->recordTableName() != table_) records_->next();
-    if (records_->isDone() || to_ < 0 || from_ < 0) return false;
+    if (!walkToRecordOfTable(*records_, entity, table_, OpenMode::Write) || to_ < 0 || from_ < 0) {
+      return false;
+    }
     if (records_->getRecord(record_) != Status::Ok) return false;
     if (to_ >= record_.count() || from_ >= record_.count()) return false;
     if (!addValue(record_.value(to_), record_.value(from_))) return false;
@@ -94,9 +94,10 @@ class TableAdder {
 
   bool add(ObjectId entity) {
     if (!findSource(entity)) return false;
-    initWalk(*records_, entity, OpenMode::Write);
-    while (!records_->isDone() && records_->recordTableName() != toTable_) records_->next();
-    if (records_->isDone() || records_->getRecord(target_) != Status::Ok) return false;
+    if (!walkToRecordOfTable(*records_, entity, toTable_, OpenMode::Write) ||
+        records_->getRecord(target_) != Status::Ok) {
+      return false;
+    }
     if (to_ >= target_.count() || from_ >= source_.count()) return false;
     if (!addValue(target_.value(to_), source_.value(from_))) return false;
     return records_->updateRecord(target_) == Status::Ok;

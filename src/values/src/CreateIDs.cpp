@@ -162,9 +162,10 @@ std::int32_t highestNumberInField(const std::wstring& tableName, const std::wstr
   platform::OdValue value;
   for (ObjectId id : drawing.blockEntityIds(drawing.modelSpaceId())) {
     if (id.isNull()) continue;
-    initWalk(*it, id, OpenMode::Read);
-    while (!it->isDone() && it->recordTableName() != tableName) it->next();
-    if (it->isDone() || it->getValue(column, value) != Status::Ok) continue;
+    if (!walkToRecordOfTable(*it, id, tableName, OpenMode::Read) ||
+        it->getValue(column, value) != Status::Ok) {
+      continue;
+    }
     std::int32_t number = 0;
     if (numberOfValue(value, number) && number >= highest) highest = number;
   }

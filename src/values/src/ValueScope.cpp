@@ -72,13 +72,8 @@ void eraseUnopenable(std::vector<platform::ObjectId>& ids) {
 
 bool firstRecordOfTable(platform::OdRecordIterator& iterator, platform::ObjectId entity,
                         const std::wstring& table, platform::OdRecord& record) {
-  initWalk(iterator, entity, platform::OpenMode::Write);
-  for (; !iterator.isDone(); iterator.next()) {
-    if (iterator.recordTableName() == table) {
-      return iterator.getRecord(record) == platform::Status::Ok;
-    }
-  }
-  return false;
+  return walkToRecordOfTable(iterator, entity, table, platform::OpenMode::Write) &&
+         iterator.getRecord(record) == platform::Status::Ok;
 }
 
 }  // namespace zarvel

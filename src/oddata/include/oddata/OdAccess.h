@@ -24,6 +24,12 @@ OdContainer& getODContainer();
 void initWalk(platform::OdRecordIterator& iterator, ObjectId entity, platform::OpenMode mode,
               bool positionAtStart = true);
 
+// Initialises the iterator on the entity and moves it to the entity's first
+// record of the table, named exactly. False, the iterator done, when the
+// entity has none.
+bool walkToRecordOfTable(platform::OdRecordIterator& iterator, ObjectId entity,
+                         const std::wstring& table, platform::OpenMode mode);
+
 // False for the tables of the topology feature, whose names begin with one of
 // "TPMCNTR_", "TPMDESC_", "TPMID_", "TPMLINK_", "TPMNODE_" or "CNTR_"
 // (case-sensitive, at the start only).
