@@ -1,13 +1,11 @@
 // The "Set OD from text" dialog model.
 #include "values/SetFromText.h"
 
-#include <memory>
 #include <utility>
 
-#include "oddata/OdAccess.h"
-#include "oddata/Port.h"
 #include "platform/Text.h"
 #include "resources/StringTable.h"
+#include "values/ValueDialogs.h"
 #include "values/ValueScope.h"
 
 namespace zarvel {
@@ -59,12 +57,7 @@ ODSelect::ODSelect(std::vector<std::wstring> limit)
 void ODSelect::onInit() {
   DialogControl& list = control(kIdTableList);
   list.setItems(offeredTables(tableLimit));
-  for (std::size_t i = 0; i < list.items.size(); ++i) {
-    if (list.items[i] == remembered().setTextTableName) {
-      list.selected[i] = true;
-      break;
-    }
-  }
+  selectItem(list, remembered().setTextTableName);
   // The field chosen last stays remembered until the user changes the table.
   if (chosenIndex(list) >= 0) fillFields();
 }
@@ -100,13 +93,7 @@ void ODSelect::tableChanged() {
 }
 
 void ODSelect::fillFields() {
-  std::unique_ptr<platform::OdTable> table =
-      getODContainer().getTable(remembered().setTextTableName);
-  if (!table) return;
-  const platform::OdTableDef definition = table->definition();
-  std::vector<std::wstring> names;
-  for (int i = 0; i < definition.count(); ++i) names.push_back(definition.column(i).name);
-  control(kIdFieldList).setItems(std::move(names));
+  control(kIdFieldList).setItems(columnNamesOf(remembered().setTextTableName));
 }
 
 void ODSelect::fieldChanged() {

@@ -13,6 +13,7 @@
 #include "values/ErrorMarkers.h"
 #include "values/SetFromText.h"
 #include "values/TextMatching.h"
+#include "values/ValueDialogs.h"
 #include "values/ValueScope.h"
 #include "values/VertexLists.h"
 
@@ -205,12 +206,9 @@ std::optional<int> Filler::choose(const TargetShape& shape) {
 
 int Filler::fieldIndex(const std::wstring& table) {
   if (!column_) {
-    column_ = -1;
     std::unique_ptr<platform::OdTable> t = getODContainer().getTable(table);
     const platform::OdTableDef definition = t ? t->definition() : platform::OdTableDef();
-    for (int i = 0; i < definition.count() && *column_ < 0; ++i) {
-      if (definition.column(i).name == ODSelect::fieldName()) column_ = i;
-    }
+    column_ = exactColumnIndex(definition, ODSelect::fieldName());
   }
   return *column_;
 }
