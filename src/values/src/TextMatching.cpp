@@ -6,17 +6,12 @@
 #include <cmath>
 #include <limits>
 
+#include "values/VertexLists.h"
+
 namespace zarvel {
 namespace {
 
 constexpr double kLargest = std::numeric_limits<double>::max();
-
-double distance(const Point3d& a, const Point3d& b) {
-  const double dx = a.x - b.x;
-  const double dy = a.y - b.y;
-  const double dz = a.z - b.z;
-  return std::sqrt(dx * dx + dy * dy + dz * dz);
-}
 
 // Ends are measured directly rather than through the projection, so that a
 // segment is never further than its own end points.
@@ -25,11 +20,11 @@ double distanceToSegment(const Point3d& p, const Point3d& a, const Point3d& b) {
   const double dy = b.y - a.y;
   const double dz = b.z - a.z;
   const double lengthSquared = dx * dx + dy * dy + dz * dz;
-  if (lengthSquared == 0.0) return distance(p, a);
+  if (lengthSquared == 0.0) return distance3d(p, a);
   const double t = ((p.x - a.x) * dx + (p.y - a.y) * dy + (p.z - a.z) * dz) / lengthSquared;
-  if (t <= 0.0) return distance(p, a);
-  if (t >= 1.0) return distance(p, b);
-  return distance(p, Point3d{a.x + t * dx, a.y + t * dy, a.z + t * dz});
+  if (t <= 0.0) return distance3d(p, a);
+  if (t >= 1.0) return distance3d(p, b);
+  return distance3d(p, Point3d{a.x + t * dx, a.y + t * dy, a.z + t * dz});
 }
 
 // Whether the point lies left of the line from `from` through `to`; a point on
@@ -113,7 +108,7 @@ bool isInside(const Point3d& point, const TargetShape& polygon, const Point3d& o
 
 double distanceToPoints(const Point3d& point, const TargetShape& points) {
   if (points.empty()) return kLargest;
-  if (points.size() == 1) return distance(point, points.front());
+  if (points.size() == 1) return distance3d(point, points.front());
   double nearest = kLargest;
   for (std::size_t i = 0; i + 1 < points.size(); ++i) {
     nearest = std::min(nearest, distanceToSegment(point, points[i], points[i + 1]));
@@ -125,7 +120,7 @@ NearestText nearestText(const std::vector<TextItem>& texts, const TargetShape& p
   NearestText best{kLargest, -1};
   for (std::size_t i = 0; i < texts.size(); ++i) {
     for (const Point3d& p : points) {
-      const double d = distance(texts[i].point, p);
+      const double d = distance3d(texts[i].point, p);
       if (d < best.distance) best = {d, static_cast<int>(i)};
     }
   }
@@ -138,7 +133,7 @@ NearestText nearestText(const std::vector<TextItem>& texts, const TargetShape& p
 }
 
 bool isClosedShape(const TargetShape& shape, double closingTolerance) {
-  return shape.size() >= 3 && distance(shape.front(), shape.back()) <= closingTolerance;
+  return shape.size() >= 3 && distance3d(shape.front(), shape.back()) <= closingTolerance;
 }
 
 // --- The index ---------------------------------------------------------------
@@ -285,7 +280,7 @@ NearestText TextMatcher::nearestWithin(const TargetShape& points, double toleran
   NearestText best{kLargest, -1};
   for (int i : candidates) {
     for (const Point3d& p : points) {
-      const double d = distance(texts_[static_cast<std::size_t>(i)].point, p);
+      const double d = distance3d(texts_[static_cast<std::size_t>(i)].point, p);
       if (d < best.distance) best = {d, i};
     }
   }

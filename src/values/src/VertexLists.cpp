@@ -147,11 +147,6 @@ Point3d boxPoint(const platform::Extents& box, PlanMode planMode, HeightMode hei
 
 }  // namespace
 
-double distance3d(const Point3d& a, const Point3d& b) {
-  return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) +
-                   (a.z - b.z) * (a.z - b.z));
-}
-
 Point3d undeterminedPoint() {
   return {DBL_MAX, DBL_MAX, DBL_MAX};
 }
