@@ -4,6 +4,9 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+
+#include "host/db/KeptById.h"
 
 namespace host {
 
@@ -28,32 +31,15 @@ namespace {
 // a command asks both of every entity of model space, one question after the
 // other, and a search after it asks again. Answered from here, the entities
 // themselves, spread over the heap, are not read again each time.
-class EntityFacts : public Database::Derived {
- public:
-  std::uint64_t generation = ~std::uint64_t{0};
-  std::vector<std::uint8_t> state;  // by id, from the first: 0 not asked, 1 opens, 2 does not
-  std::vector<ObjectId> layer;
-};
+struct EntityFacts : KeptById<std::optional<ObjectId>> {};
 
 std::optional<ObjectId> keptLayerOf(const Database& db, ObjectId entity) {
   if (entity.isNull() || entity.value() > db.idCount()) return std::nullopt;
-  EntityFacts& facts = db.derived<EntityFacts>();
-  if (facts.generation != db.generation()) {
-    facts.state.assign(facts.state.size(), 0);
-    facts.generation = db.generation();
-  }
-  const std::size_t slot = entity.value() - 1;
-  if (slot >= facts.state.size()) {
-    facts.state.resize(db.idCount(), 0);
-    facts.layer.resize(db.idCount());
-  }
-  if (facts.state[slot] == 0) {
-    const Entity* e = db.openEntity(entity);
-    facts.state[slot] = e != nullptr ? 1 : 2;
-    if (e != nullptr) facts.layer[slot] = e->layer;
-  }
-  if (facts.state[slot] != 1) return std::nullopt;
-  return facts.layer[slot];
+  return db.derived<EntityFacts>().get(db, entity, [&db](ObjectId id) -> std::optional<ObjectId> {
+    const Entity* e = db.openEntity(id);
+    if (e == nullptr) return std::nullopt;
+    return e->layer;
+  });
 }
 
 }  // namespace

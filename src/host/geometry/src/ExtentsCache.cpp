@@ -4,40 +4,23 @@
 // change count moves, which every change, undo, redo, roll-back and load does.
 #include "host/geometry/Extents.h"
 
-#include <cstdint>
-#include <vector>
+#include "host/db/KeptById.h"
 
 namespace host::geometry {
 namespace {
 
-class ExtentsCache : public Database::Derived {
- public:
-  std::uint64_t generation = ~std::uint64_t{0};
-  std::vector<platform::Extents> boxes;  // by id, from the first
-  std::vector<bool> known;
-};
+struct ExtentsCache : KeptById<platform::Extents> {};
 
 }  // namespace
 
 platform::Extents cachedExtentsOf(const Database& db, ObjectId id) {
-  ExtentsCache& cache = db.derived<ExtentsCache>();
-  if (cache.generation != db.generation()) {
-    cache.known.assign(cache.known.size(), false);
-    cache.generation = db.generation();
-  }
-  // Whether an entity opens changes only with the generation too, so a known
-  // box (empty for one that does not open) is answered without opening it.
-  const std::size_t slot = id.value() - 1;
-  if (slot < cache.known.size() && cache.known[slot]) return cache.boxes[slot];
   if (id.isNull() || id.value() > db.idCount()) return {};
-  if (slot >= cache.known.size()) {
-    cache.known.resize(db.idCount(), false);
-    cache.boxes.resize(db.idCount());
-  }
-  const Entity* e = db.openEntity(id);
-  cache.boxes[slot] = e != nullptr ? extentsOf(db, *e) : platform::Extents();
-  cache.known[slot] = true;
-  return cache.boxes[slot];
+  // Whether an entity opens changes only with the drawing too, so a kept box
+  // (empty for one that does not open) is answered without opening it.
+  return db.derived<ExtentsCache>().get(db, id, [&db](ObjectId entity) {
+    const Entity* e = db.openEntity(entity);
+    return e != nullptr ? extentsOf(db, *e) : platform::Extents();
+  });
 }
 
 }  // namespace host::geometry
