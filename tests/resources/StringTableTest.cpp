@@ -49,6 +49,7 @@ std::vector<Declared> everyText() {
 #define ZARVEL_COLLECT(name, id, kinds, text) all.push_back({#name, id, declared(name), text});
   ZARVEL_STRING_TABLE(ZARVEL_COLLECT)
   ZARVEL_DIALOG_TEXTS(ZARVEL_COLLECT)
+  ZARVEL_COMMAND_TEXTS(ZARVEL_COLLECT)
 #undef ZARVEL_COLLECT
   return all;
 }

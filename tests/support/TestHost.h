@@ -15,6 +15,7 @@
 #include "host/db/PortObjectData.h"
 #include "host/geometry/PortGeometry.h"
 #include "platform/Host.h"
+#include "platform/TextFile.h"
 
 namespace testing_support {
 
@@ -70,6 +71,9 @@ class TestHost : public platform::Host,
   bool statusBarRestored = true;
   std::vector<platform::FileDialogRequest> fileDialogs;
   std::map<std::wstring, std::string> writtenFiles;  // by path, as last written whole
+  // Files the module may read, by path: their bytes, decoded as our host does
+  // with Latin-1 as the narrow code page.
+  std::map<std::wstring, std::string> readableFiles;
 
   host::Database db;
 
@@ -151,6 +155,11 @@ class TestHost : public platform::Host,
     if (checkWritable(path) != platform::Status::Ok) return platform::Status::Failed;
     writtenFiles[path] = std::string(bytes);
     return platform::Status::Ok;
+  }
+  std::optional<std::wstring> readTextFile(const std::wstring& path) override {
+    const auto found = readableFiles.find(path);
+    if (found == readableFiles.end()) return std::nullopt;
+    return platform::decodeTextFile(found->second, platform::latin1Text);
   }
 
   // --- platform::CommandStack / DynamicLinker ------------------------------

@@ -9,7 +9,8 @@ namespace {
 
 // In id order, the string table first, so that a lookup is a binary search.
 #define ZARVEL_ID(name, id, kinds, text) id,
-constexpr int kIds[] = {ZARVEL_STRING_TABLE(ZARVEL_ID) ZARVEL_DIALOG_TEXTS(ZARVEL_ID)};
+constexpr int kIds[] = {ZARVEL_STRING_TABLE(ZARVEL_ID) ZARVEL_DIALOG_TEXTS(ZARVEL_ID)
+                            ZARVEL_COMMAND_TEXTS(ZARVEL_ID)};
 #undef ZARVEL_ID
 
 }  // namespace
@@ -19,6 +20,7 @@ const std::wstring& loadString(int id) {
   static const std::wstring kTexts[std::size(kIds)] = {
 #define ZARVEL_TEXT(name, id, kinds, text) text,
       ZARVEL_STRING_TABLE(ZARVEL_TEXT) ZARVEL_DIALOG_TEXTS(ZARVEL_TEXT)
+          ZARVEL_COMMAND_TEXTS(ZARVEL_TEXT)
 #undef ZARVEL_TEXT
   };
   static const std::wstring kUnknown;

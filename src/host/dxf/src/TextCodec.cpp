@@ -3,6 +3,9 @@
 // carries state and may not be shared.
 #include "TextCodec.h"
 
+#include "FileImage.h"
+#include "host/dxf/CodePage.h"
+
 #include <iconv.h>
 
 #include <cerrno>
@@ -308,6 +311,12 @@ TextCodec::TextCodec(std::string_view acadVersion, std::string_view dwgCodePage)
 }
 
 std::wstring TextCodec::decode(std::string_view bytes) const {
+  std::wstring text = decodePlain(bytes);
+  resolveEscapes(text);
+  return text;
+}
+
+std::wstring TextCodec::decodePlain(std::string_view bytes) const {
   std::wstring text;
   if (isAscii(bytes)) {
     text.assign(bytes.begin(), bytes.end());
@@ -319,8 +328,12 @@ std::wstring TextCodec::decode(std::string_view bytes) const {
     // Only when the fallback set itself cannot be opened: read the bytes as Latin-1.
     for (char c : bytes) text.push_back(static_cast<wchar_t>(static_cast<unsigned char>(c)));
   }
-  resolveEscapes(text);
   return text;
+}
+
+std::wstring decodeInDrawingCodePage(const FileImage* image, std::string_view bytes) {
+  // A version before the 2007 format makes the codec go by the code page.
+  return TextCodec("AC1018", image ? image->codePage : "").decodePlain(bytes);
 }
 
 std::string TextCodec::encode(std::wstring_view text) const {

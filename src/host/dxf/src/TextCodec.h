@@ -26,6 +26,8 @@ class TextCodec {
   // digits, "\u+" too) becomes that character; a high and a low surrogate escaped one after the
   // other become one character. "\M+nXXXX" escapes are left as they are.
   std::wstring decode(std::string_view bytes) const;
+  // The bytes in the character set alone, escapes left as they stand.
+  std::wstring decodePlain(std::string_view bytes) const;
   // Characters the code page cannot hold are written "\U+XXXX" (upper-case hex; past U+FFFF as
   // two escapes of the UTF-16 surrogates). With UTF-8 only lone surrogates need escapes.
   std::string encode(std::wstring_view text) const;

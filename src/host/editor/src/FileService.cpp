@@ -2,6 +2,8 @@
 #include "host/editor/FileService.h"
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "host/dxf/AtomicFile.h"
 #include "platform/Text.h"
@@ -23,6 +25,17 @@ platform::Status FileService::writeWholeFile(const std::wstring& path, std::stri
     return platform::Status::Failed;
   }
   return platform::Status::Ok;
+}
+
+std::optional<std::wstring> FileService::readTextFile(const std::wstring& path) {
+  const std::filesystem::path file(platform::toUtf8(path));
+  std::error_code error;
+  if (std::filesystem::is_directory(file, error)) return std::nullopt;
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return std::nullopt;
+  std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  if (in.bad()) return std::nullopt;
+  return platform::decodeTextFile(bytes, narrow_);
 }
 
 }  // namespace host

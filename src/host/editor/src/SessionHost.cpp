@@ -1,9 +1,15 @@
 // The port's roles, found in the session and its open document.
 #include "host/editor/SessionHost.h"
 
+#include "host/dxf/CodePage.h"
 #include "host/editor/Session.h"
 
 namespace host {
+
+SessionHost::SessionHost(Session& session, Prompter& prompter)
+    : session_(session), files_(prompter, [this](std::string_view bytes) {
+        return dxf::decodeInDrawingCodePage(session_.document().image.get(), bytes);
+      }) {}
 
 platform::CommandStack& SessionHost::commandStack() {
   return session_.moduleCommands();

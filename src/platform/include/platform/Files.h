@@ -2,6 +2,7 @@
 // them on disk, so that the host decides how a file is written safely.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,13 @@ class Files {
   // failure any earlier file stays as it was.
   virtual Status writeWholeFile(const std::wstring& /*path*/, std::string_view /*bytes*/) {
     return Status::Failed;
+  }
+  // The text of a file as the platform's wide text mode reads it (see
+  // platform/TextFile.h), in the code page of the current drawing where it is
+  // neither UTF-16 nor UTF-8. Nothing when it can't be read; the module tells
+  // the user, so the host says nothing.
+  virtual std::optional<std::wstring> readTextFile(const std::wstring& /*path*/) {
+    return std::nullopt;
   }
 };
 

@@ -170,11 +170,42 @@ struct Message {
   X(kDlgSeparator, 1352, (), L"Separator") \
   X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")
 
+// The texts commands print as they go, which the string table does not hold,
+// numbered from 2000 on.
+#define ZARVEL_COMMAND_TEXTS(X)                                                                    \
+  X(kTxtLoadingTableAliases, 2000, (Text), L"Loading table aliases from '%s'\n")                   \
+  X(kTxtIncorrectTableAlias, 2001, (Text), L"Error: incorrect table alias '%s'\n")                 \
+  X(kTxtTableAliasesLoaded, 2002, (int), L"%i table aliases loaded\n")                             \
+  X(kTxtUnableToRead, 2003, (Text), L"Error: unable to read '%s'\n")                               \
+  X(kTxtDuplicateDestinationTable, 2004, (Text), L"Error: duplicate destination table '%s'\n")     \
+  X(kTxtDuplicateDestinationTables, 2005, (), L"Error: duplicate destination table(s)\n")          \
+  X(kTxtLoadingFieldAliases, 2006, (Text), L"Loading field aliases from '%s'\n")                   \
+  X(kTxtIncorrectFieldAlias, 2007, (Text), L"Error: incorrect field alias '%s'\n")                 \
+  X(kTxtFieldAliasesLoaded, 2008, (int), L"%i field aliases loaded\n")                             \
+  X(kTxtLoadingValueAliases, 2009, (Text), L"Loading value aliases from '%s'\n")                   \
+  X(kTxtIncorrectValueAlias, 2010, (Text), L"Error: incorrect value alias '%s'\n")                 \
+  X(kTxtValueAliasesLoaded, 2011, (int), L"%i value aliases loaded\n")                             \
+  X(kTxtDuplicateColumnNames, 2012, (), L"Error: duplicate column names.\n")                       \
+  X(kTxtColumnNotFound, 2013, (), L"Error: column not found.\n")                                   \
+  X(kTxtTableNotFound, 2014, (), L"Error: table not found.\n")                                     \
+  X(kTxtUpdatedColumns, 2015, (int), L"Updated %i columns\n")                                      \
+  X(kTxtUpdatedRecordsWithValues, 2016, (int), L"Updated %i records with new values\n")            \
+  X(kTxtNoValidEntitiesSelected, 2100, (), L"No valid entities selected\n")                        \
+  X(kTxtGeneratedTemplate, 2101, (int, int), L"Generated template for %i block(s), %i table(s)\n") \
+  X(kTxtLoadingAttributesMap, 2102, (Text), L"Loading attributes map from '%s'\n")                 \
+  X(kTxtInvalidMapping, 2103, (Text), L"Error: invalid mapping '%s'\n")                            \
+  X(kTxtMapTableNotFound, 2104, (Text), L"Error: table %s not found\n")                            \
+  X(kTxtMapColumnNotFound, 2105, (Text, Text), L"Error: column %s not found in table %s\n")        \
+  X(kTxtAttributeMappingsLoaded, 2106, (int), L"%i attribute mappings loaded\n")                   \
+  X(kTxtLoadedAttributes, 2107, (int, int), L"Loaded %i attribute(s) for %i block reference(s)\n") \
+  X(kTxtLoadedDefinitions, 2108, (int, int), L"Loaded %i definition(s) for %i block reference(s)\n")
+
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \
   inline constexpr Message<ZARVEL_UNPAREN kinds> name{id};
 ZARVEL_STRING_TABLE(ZARVEL_DECLARE_MESSAGE)
 ZARVEL_DIALOG_TEXTS(ZARVEL_DECLARE_MESSAGE)
+ZARVEL_COMMAND_TEXTS(ZARVEL_DECLARE_MESSAGE)
 #undef ZARVEL_DECLARE_MESSAGE
 
 inline constexpr int kFirstMessageId = kMsgModuleName.id;

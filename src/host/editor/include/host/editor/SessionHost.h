@@ -12,7 +12,7 @@ class Session;
 
 class SessionHost : public platform::Host {
  public:
-  SessionHost(Session& session, Prompter& prompter) : session_(session), files_(prompter) {}
+  SessionHost(Session& session, Prompter& prompter);
 
   platform::CommandStack& commandStack() override;
   platform::DynamicLinker& dynamicLinker() override;
