@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""The records a transcript leaves, as an independent reader (ezdxf) finds them in the saved file.
+"""The records and table definitions a transcript leaves, as an independent reader (ezdxf) finds
+them in the saved file.
 
 Usage: /usr/bin/python3 tests/scripts/check_saved_records.py ZARVEL SCRIPTS WORKDIR NAME...
 
@@ -7,7 +8,8 @@ Each NAME.scr of SCRIPTS (over NAME.dxf when there is one) runs twice. The first
 drawing, and ezdxf decodes every record of every entity of the saved file. The second run replays
 the script and lists, before it quits, the records of all selectable entities and of each entity
 that the file says carries any. Both views must agree entity by entity, record by record, value by
-value, in the text forms that the listing prints.
+value, in the text forms that the listing prints; and the tables it lists must be those the file
+defines, column by column.
 """
 import os
 import re
@@ -58,6 +60,35 @@ def saved_records(path):
     return found
 
 
+TYPE_WORDS = {1: "integer", 2: "real", 3: "character", 4: "point"}
+
+
+def saved_definitions(path):
+    """The table definitions as ODTABLES lists them: "Table: COL type default, ..."."""
+    doc = ezdxf.readfile(path)
+    tables = doc.rootdict.get("ZARVEL_OD_TABLES")
+    lines = []
+    for name in sorted(tables.keys() if tables is not None else []):
+        columns, column = [], None
+        for tag in tables[name].tags:
+            if tag.code == 2:
+                column = [tag.value, "", ""]
+                columns.append(column)
+            elif tag.code == 70:
+                column[1] = TYPE_WORDS.get(tag.value, "unknown")
+            elif tag.code in (90, 40, 1, 10):
+                column[2] = value_text(tag) or '""'
+        lines.append(name + ":" + ",".join(" %s %s %s" % tuple(c) for c in columns))
+    return lines
+
+
+def listed_definitions(transcript):
+    """The lines of the last ODTABLES of the transcript."""
+    tail = transcript[transcript.rindex("Command: ODTABLES"):].splitlines()[1:]
+    end = next(i for i, line in enumerate(tail) if line.startswith("Command:"))
+    return [line for line in tail[:end] if line != "No tables."]
+
+
 def script_without_quit(path):
     with open(path, encoding="utf-8") as f:
         lines = f.read().splitlines()
@@ -103,9 +134,13 @@ def check(zarvel, scripts, work, name):
     run(zarvel, drawing, script + "QUIT\n", out)
     in_file = saved_records(out)
     handles = " ".join("#" + h for h in sorted(in_file))
-    transcript = run(zarvel, drawing, script + "ODLIST\nALL %s\n\nQUIT\n" % handles)
+    transcript = run(zarvel, drawing,
+                     script + "ODTABLES\nODLIST\nALL %s\n\nQUIT\n" % handles)
     listed = listed_records(transcript)
     problems = []
+    defined, listed_defs = saved_definitions(out), listed_definitions(transcript)
+    if defined != listed_defs:
+        problems.append("%s definitions: file %s, listing %s" % (name, defined, listed_defs))
     for h in sorted(set(in_file) | set(listed)):
         if in_file.get(h) != listed.get(h):
             problems.append("%s %s: file %s, listing %s" % (name, h, in_file.get(h), listed.get(h)))

@@ -12,6 +12,7 @@
 #include "search/SpecificSearch.h"
 #include "search/ValueSearch.h"
 #include "tables/RemoveUnused.h"
+#include "tables/Translate.h"
 #include "tables/UsageStats.h"
 #include "values/AddValues.h"
 #include "values/CreateIDs.h"
@@ -71,7 +72,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
       {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},
       {L"ZARVEL_EXPL", kFlags, commandExpl},
-      {L"ZARVEL_TRANSLATE", kFlags, commandNotAvailable},
+      {L"ZARVEL_TRANSLATE", kFlags, commandTranslate},
       {L"ZARVEL_LOAD_ATTRS", kFlags, commandNotAvailable},
       {L"ZARVEL_STORE_ATTRS", kFlags, commandNotAvailable},
       {L"ZARVEL_ATTR_TEMPLATE", kFlags, commandNotAvailable},

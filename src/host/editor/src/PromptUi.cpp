@@ -327,16 +327,25 @@ struct Action {
   std::optional<std::wstring> defaultLabel;
 };
 
-Action closingButtons(const DialogModel& dialog) {
+// A button that opens something of its own (a file dialog) and leaves the
+// dialog open is offered under its name, since its caption may be no word.
+bool isNamedInnerButton(const DialogControl& control) {
+  return !control.closes && !control.name.empty();
+}
+
+Action dialogButtons(const DialogModel& dialog) {
   Action action;
   const DialogControl* defaultButton = nullptr;
   const DialogControl* okButton = nullptr;
   std::vector<const DialogControl*> buttons;
+  std::vector<const DialogControl*> innerButtons;
   for (const DialogControl& control : dialog.controls()) {
-    if (control.kind != ControlKind::Button || !control.closes || !control.enabled ||
-        !control.visible) {
+    if (control.kind != ControlKind::Button || !control.enabled || !control.visible) continue;
+    if (isNamedInnerButton(control)) {
+      innerButtons.push_back(&control);
       continue;
     }
+    if (!control.closes) continue;
     if (control.isDefault && defaultButton == nullptr) {
       defaultButton = &control;
     } else {
@@ -355,6 +364,10 @@ Action closingButtons(const DialogModel& dialog) {
     if (button == defaultButton) continue;
     action.ids.push_back(button->id);
     action.labels.push_back(promptLabel(*button));
+  }
+  for (const DialogControl* button : innerButtons) {
+    action.ids.push_back(button->id);
+    action.labels.push_back(withoutMnemonics(button->name));
   }
   return action;
 }
@@ -428,7 +441,7 @@ int PromptUi::runModal(DialogModel& dialog) {
       i = positionAfter(dialog, id, i);
     }
 
-    const Action action = closingButtons(dialog);
+    const Action action = dialogButtons(dialog);
     // Only Esc closes a dialog without closing buttons.
     if (action.ids.empty()) return cancelDialog(dialog);
     const std::wstring prompt = keywordPrompt(L"Action", action.labels, action.defaultLabel);

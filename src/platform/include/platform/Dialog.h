@@ -58,7 +58,8 @@ struct DialogControl {
   bool checked = false;
   // Edit; a read-only one may hold several lines, ended by CR LF.
   std::wstring text;
-  // Button.
+  // Button. A renderer without windows offers a button that does not close
+  // the dialog only when it has a name, and under that name.
   bool closes = false;
   bool isDefault = false;
   // Grid: the model behind it, the dialog's own; the control only points to it.

@@ -112,63 +112,70 @@ struct Message {
 
 // The texts of the dialogs' templates: titles, labels and buttons, numbered
 // from 1000 on so that they never meet the string table's ids.
-#define ZARVEL_DIALOG_TEXTS(X) \
-  X(kDlgDetachOdTitle, 1000, (), L"Detach OD") \
-  X(kDlgTablesLabel, 1001, (), L"Tables") \
-  X(kDlgOk, 1002, (), L"OK") \
-  X(kDlgCancel, 1003, (), L"Cancel") \
-  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing") \
-  X(kDlgObjectDataTitle, 1005, (), L"ObjectData") \
-  X(kDlgSimultaneous, 1006, (), L"Simultaneous") \
+#define ZARVEL_DIALOG_TEXTS(X)                                                       \
+  X(kDlgDetachOdTitle, 1000, (), L"Detach OD")                                       \
+  X(kDlgTablesLabel, 1001, (), L"Tables")                                            \
+  X(kDlgOk, 1002, (), L"OK")                                                         \
+  X(kDlgCancel, 1003, (), L"Cancel")                                                 \
+  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")                           \
+  X(kDlgObjectDataTitle, 1005, (), L"ObjectData")                                    \
+  X(kDlgSimultaneous, 1006, (), L"Simultaneous")                                     \
   X(kDlgFindSpecificValuesTitle, 1020, (), L"Find entities with specific OD values") \
-  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)") \
-  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD") \
-  X(kDlgAttach, 1023, (), L"Attach") \
-  X(kDlgDetach, 1024, (), L"Detach") \
-  X(kDlgProgressLabel, 1025, (), L"ZARVEL") \
-  X(kDlgSetXyzTitle, 1150, (), L"Set OD from object coordinates") \
-  X(kDlgFieldX, 1151, (), L"X") \
-  X(kDlgFieldY, 1152, (), L"Y") \
-  X(kDlgFieldZ, 1153, (), L"Z") \
-  X(kDlgPlanMode, 1154, (), L"XY mode") \
-  X(kDlgPlanFirst, 1155, (), L"First") \
-  X(kDlgPlanLast, 1156, (), L"Last") \
-  X(kDlgPlanCenter, 1157, (), L"Center") \
-  X(kDlgHeightMode, 1158, (), L"Z mode") \
-  X(kDlgHeightMin, 1159, (), L"Min") \
-  X(kDlgHeightMax, 1160, (), L"Max") \
-  X(kDlgHeightAverage, 1161, (), L"Average") \
-  X(kDlgPrecision, 1162, (), L"Precision") \
-  X(kDlgPrecisionZ, 1163, (), L"Z precision") \
-  X(kDlgSetPropTitle, 1164, (), L"Set OD from object properties") \
-  X(kDlgFieldLength, 1165, (), L"Length") \
-  X(kDlgFieldArea, 1166, (), L"Area") \
-  X(kDlgFieldVolume, 1167, (), L"Volume") \
-  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text") \
-  X(kDlgTableLabel, 1201, (), L"Table") \
-  X(kDlgFieldLabel, 1202, (), L"Field") \
-  X(kDlgToleranceLabel, 1203, (), L"Tolerance:") \
-  X(kDlgGenerateIdsTitle, 1250, (), L"Generate IDs") \
-  X(kDlgPrefix, 1251, (), L"Prefix") \
-  X(kDlgSuffix, 1252, (), L"Suffix") \
-  X(kDlgFirst, 1253, (), L"First") \
-  X(kDlgReplaceValuesTitle, 1254, (), L"Replace OD values") \
-  X(kDlgSearchFor, 1255, (), L"Search for") \
-  X(kDlgReplaceWith, 1256, (), L"-->") \
-  X(kDlgAddValuesTitle, 1257, (), L"Add OD values") \
-  X(kDlgTo, 1258, (), L"to") \
-  X(kDlgFrom, 1259, (), L"from") \
-  X(kDlgFromTable, 1260, (), L"From table") \
-  X(kDlgFromField, 1261, (), L"From field") \
-  X(kDlgToTable, 1262, (), L"To table") \
-  X(kDlgToField, 1263, (), L"To field") \
-  X(kDlgRemoveUnusedTitle, 1300, (), L"Remove Unused OD") \
-  X(kDlgUsedLabel, 1301, (), L"Used:") \
-  X(kDlgUnusedLabel, 1302, (), L"Unused:") \
-  X(kDlgExplicationTitle, 1350, (), L"Explication") \
-  X(kDlgObjectTypeField, 1351, (), L"Object type field") \
-  X(kDlgSeparator, 1352, (), L"Separator") \
-  X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")
+  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)")                     \
+  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD")                            \
+  X(kDlgAttach, 1023, (), L"Attach")                                                 \
+  X(kDlgDetach, 1024, (), L"Detach")                                                 \
+  X(kDlgProgressLabel, 1025, (), L"ZARVEL")                                          \
+  X(kDlgSetXyzTitle, 1150, (), L"Set OD from object coordinates")                    \
+  X(kDlgFieldX, 1151, (), L"X")                                                      \
+  X(kDlgFieldY, 1152, (), L"Y")                                                      \
+  X(kDlgFieldZ, 1153, (), L"Z")                                                      \
+  X(kDlgPlanMode, 1154, (), L"XY mode")                                              \
+  X(kDlgPlanFirst, 1155, (), L"First")                                               \
+  X(kDlgPlanLast, 1156, (), L"Last")                                                 \
+  X(kDlgPlanCenter, 1157, (), L"Center")                                             \
+  X(kDlgHeightMode, 1158, (), L"Z mode")                                             \
+  X(kDlgHeightMin, 1159, (), L"Min")                                                 \
+  X(kDlgHeightMax, 1160, (), L"Max")                                                 \
+  X(kDlgHeightAverage, 1161, (), L"Average")                                         \
+  X(kDlgPrecision, 1162, (), L"Precision")                                           \
+  X(kDlgPrecisionZ, 1163, (), L"Z precision")                                        \
+  X(kDlgSetPropTitle, 1164, (), L"Set OD from object properties")                    \
+  X(kDlgFieldLength, 1165, (), L"Length")                                            \
+  X(kDlgFieldArea, 1166, (), L"Area")                                                \
+  X(kDlgFieldVolume, 1167, (), L"Volume")                                            \
+  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text")                             \
+  X(kDlgTableLabel, 1201, (), L"Table")                                              \
+  X(kDlgFieldLabel, 1202, (), L"Field")                                              \
+  X(kDlgToleranceLabel, 1203, (), L"Tolerance:")                                     \
+  X(kDlgGenerateIdsTitle, 1250, (), L"Generate IDs")                                 \
+  X(kDlgPrefix, 1251, (), L"Prefix")                                                 \
+  X(kDlgSuffix, 1252, (), L"Suffix")                                                 \
+  X(kDlgFirst, 1253, (), L"First")                                                   \
+  X(kDlgReplaceValuesTitle, 1254, (), L"Replace OD values")                          \
+  X(kDlgSearchFor, 1255, (), L"Search for")                                          \
+  X(kDlgReplaceWith, 1256, (), L"-->")                                               \
+  X(kDlgAddValuesTitle, 1257, (), L"Add OD values")                                  \
+  X(kDlgTo, 1258, (), L"to")                                                         \
+  X(kDlgFrom, 1259, (), L"from")                                                     \
+  X(kDlgFromTable, 1260, (), L"From table")                                          \
+  X(kDlgFromField, 1261, (), L"From field")                                          \
+  X(kDlgToTable, 1262, (), L"To table")                                              \
+  X(kDlgToField, 1263, (), L"To field")                                              \
+  X(kDlgRemoveUnusedTitle, 1300, (), L"Remove Unused OD")                            \
+  X(kDlgUsedLabel, 1301, (), L"Used:")                                               \
+  X(kDlgUnusedLabel, 1302, (), L"Unused:")                                           \
+  X(kDlgExplicationTitle, 1350, (), L"Explication")                                  \
+  X(kDlgObjectTypeField, 1351, (), L"Object type field")                             \
+  X(kDlgSeparator, 1352, (), L"Separator")                                           \
+  X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")                           \
+  X(kDlgTranslateTitle, 1400, (), L"ZARVEL_TRANSLATE")                               \
+  X(kDlgOdNameGroup, 1401, (), L"OD name")                                           \
+  X(kDlgFieldGroup, 1402, (), L"Field")                                              \
+  X(kDlgValuesGroup, 1403, (), L"Values")                                            \
+  X(kDlgChooseFile, 1404, (), L"...")                                                \
+  X(kDlgNameToAlias, 1405, (), L"Name --> Alias")                                    \
+  X(kDlgAliasToName, 1406, (), L"Name <-- Alias")
 
 // The texts commands print as they go, which the string table does not hold,
 // numbered from 2000 on.

@@ -1,6 +1,7 @@
 // -ODDEFINE, -ODATTACH and ODLIST: defining tables, attaching records and
 // listing what entities carry.
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -252,9 +253,32 @@ void odListCommand(Session& s) {
   }
 }
 
+// Each table in the project's order, with its columns: name, type, default.
+void odTablesCommand(Session& s) {
+  DbProject& project = s.document().project;
+  platform::OdContainer& container = project.odContainer();
+  const std::vector<std::wstring> names = project.tableNames(platform::kAllTableKinds);
+  if (names.empty()) s.print(L"No tables.\n");
+  for (const std::wstring& name : names) {
+    const std::unique_ptr<platform::OdTable> table = container.getTable(name);
+    if (!table) continue;
+    std::wstring line = name + L":";
+    const platform::OdTableDef def = table->definition();
+    for (int i = 0; i < def.count(); ++i) {
+      const platform::OdColumnDef& column = def.column(i);
+      const std::wstring value = platform::valueText(column.defaultValue);
+      line += (i == 0 ? L" " : L", ") + column.name + L" " + typeWord(column.type) + L" " +
+              (value.empty() ? L"\"\"" : value);
+    }
+    s.print(line + L"\n");
+  }
+}
+
 }  // namespace
 
 void registerObjectDataCommands(Session& session) {
+  session.addHostCommand({L"ODTABLES", odTablesCommand, true,
+                          L"lists the Object Data tables with their columns and defaults"});
   session.addHostCommand({L"-ODDEFINE", odDefineCommand, true, L"defines an Object Data table"});
   session.addHostCommand(
       {L"-ODATTACH", odAttachCommand, true,
