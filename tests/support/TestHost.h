@@ -71,6 +71,9 @@ class TestHost : public platform::Host,
   bool statusBarRestored = true;
   std::vector<platform::FileDialogRequest> fileDialogs;
   std::map<std::wstring, std::string> writtenFiles;  // by path, as last written whole
+  std::vector<platform::PaletteModel*> openPalettes;  // in the order first shown
+  std::vector<std::wstring> posted;                   // postCommand's commands
+  std::vector<std::wstring> sent;                     // text queued for the command line
   // Files the module may read, by path: their bytes, decoded as our host does
   // with Latin-1 as the narrow code page.
   std::map<std::wstring, std::string> readableFiles;
@@ -145,6 +148,18 @@ class TestHost : public platform::Host,
     fileNames.pop_front();
     return name;
   }
+  platform::Status showPalette(platform::PaletteModel& palette) override {
+    if (std::count(openPalettes.begin(), openPalettes.end(), &palette) == 0) {
+      openPalettes.push_back(&palette);
+    }
+    return platform::Status::Ok;
+  }
+  void destroyPalette(platform::PaletteModel& palette) override {
+    openPalettes.erase(std::remove(openPalettes.begin(), openPalettes.end(), &palette),
+                       openPalettes.end());
+  }
+  void postCommand(const std::wstring& command) override { posted.push_back(command); }
+  void sendStringToExecute(const std::wstring& text) override { sent.push_back(text); }
 
   // --- platform::Files -----------------------------------------------------
   platform::Status checkWritable(const std::wstring& path) override {

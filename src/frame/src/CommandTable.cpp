@@ -1,6 +1,7 @@
 // The command table: every command the user can start by name, in the order
 // of registration. A command whose body is not built yet is still registered,
 // and says that it did nothing.
+#include "frame/CommandsPalette.h"
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
 #include "records/AttachData.h"
@@ -38,7 +39,7 @@ constexpr int kFlags = platform::CommandFlags::kTransparent |
 const std::vector<CommandEntry>& commandTable() {
   static const std::vector<CommandEntry> table = {
       {L"ZARVEL_PSEL", kFlags, commandPsel},
-      {L"ZARVEL_CTL", kFlags, commandNotAvailable},
+      {L"ZARVEL_CTL", kFlags, commandCtl},
       // Modal on purpose: it must not run inside another command.
       {L"ZARVEL_LOAD_DEFINITION", platform::CommandFlags::kModal, commandNotAvailable},
       {L"ZARVEL_HAS_DUPLICATE_OD", kFlags, commandHasDuplicateOd},
@@ -70,7 +71,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
       {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
-      {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},
+      {L"ZARVEL_ABOUT", kFlags, commandAbout},
       {L"ZARVEL_EXPL", kFlags, commandExpl},
       {L"ZARVEL_TRANSLATE", kFlags, commandTranslate},
       {L"ZARVEL_LOAD_ATTRS", kFlags, commandNotAvailable},

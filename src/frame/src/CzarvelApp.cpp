@@ -2,6 +2,8 @@
 // application framework carries by default.
 #include "frame/CzarvelApp.h"
 
+#include "frame/CommandsPalette.h"
+
 #include "oddata/Port.h"
 #include "oddata/Selection.h"
 #include "records/AttachOD.h"
@@ -89,6 +91,8 @@ int CzarvelApp::onInitApp(void* packet) {
 
 int CzarvelApp::onUnloadApp(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
+  // The palettes go first, while the commands they would start still stand.
+  destroyCommandsPalette();
   platform::Host& host = port();
   // Unloading goes on whatever the stack answers: a group or command it no
   // longer holds is already gone.

@@ -1,6 +1,7 @@
 // Dialog models and message boxes as prompts.
 #include "host/editor/PromptUi.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -502,6 +503,20 @@ std::wstring PromptUi::fileDialog(const platform::FileDialogRequest& request) {
     }
     return name;
   }
+}
+
+platform::Status PromptUi::showPalette(platform::PaletteModel& palette) {
+  if (std::find(palettes_.begin(), palettes_.end(), &palette) == palettes_.end()) {
+    palettes_.push_back(&palette);
+    prompter_.print(L"Palette " + palette.name() + L" is open; PALETTE works in it.\n");
+  }
+  last_ = &palette;
+  return platform::Status::Ok;
+}
+
+void PromptUi::destroyPalette(platform::PaletteModel& palette) {
+  palettes_.erase(std::remove(palettes_.begin(), palettes_.end(), &palette), palettes_.end());
+  if (last_ == &palette) last_ = palettes_.empty() ? nullptr : palettes_.back();
 }
 
 }  // namespace host

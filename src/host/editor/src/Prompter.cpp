@@ -27,10 +27,13 @@ std::wstring keywordPrompt(const std::wstring& message, const Keywords& keywords
 platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions,
                                     Console::Answers answers) {
   std::optional<std::wstring> line;
-  if (!queued_.empty()) {
-    // An answer a command call gave beforehand, shown as if typed.
-    line = queued_.front();
-    queued_.pop_front();
+  std::deque<std::wstring>* given = !queued_.empty()  ? &queued_
+                                    : !typed_.empty() ? &typed_
+                                                      : nullptr;
+  if (given != nullptr) {
+    // An answer given beforehand, shown as if typed.
+    line = given->front();
+    given->pop_front();
     const std::wstring_view echo =
         answers == Console::Answers::Word ? splitFirstWord(*line).word : std::wstring_view(*line);
     console_.print(prompt + std::wstring(echo) + L"\n");
@@ -53,9 +56,25 @@ platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& 
   return {PromptStatus::Normal, std::move(*line)};
 }
 
+void Prompter::typeAhead(const std::wstring& text) {
+  std::size_t start = 0;
+  while (start < text.size()) {
+    const std::size_t end = text.find(L'\n', start);
+    typed_.push_back(text.substr(start, end == std::wstring::npos ? end : end - start));
+    start = end == std::wstring::npos ? text.size() : end + 1;
+  }
+}
+
 std::optional<platform::StringReply> Prompter::getCommand(const std::wstring& prompt,
                                                           const Keywords& commandNames) {
-  std::optional<std::wstring> line = console_.readAnswer(prompt, commandNames);
+  std::optional<std::wstring> line;
+  if (!typed_.empty()) {
+    line = typed_.front();
+    typed_.pop_front();
+    console_.print(prompt + *line + L"\n");
+  } else {
+    line = console_.readAnswer(prompt, commandNames);
+  }
   if (!line) {
     inputEnded_ = true;
     return std::nullopt;

@@ -26,4 +26,8 @@ void SessionDocuments::endCommand() {
   session_.document().lockCount = 0;
 }
 
+void SessionDocuments::sendStringToExecute(const std::wstring& text) {
+  session_.prompter().typeAhead(text);
+}
+
 }  // namespace host

@@ -166,6 +166,14 @@ void SessionEditor::notify(Event event) {
   }
 }
 
+void SessionEditor::postCommand(const std::wstring& command) {
+  if (platform::equalsIgnoreCase(command, L"CANCELCMD")) {
+    session_.requestCancel();
+  } else {
+    session_.prompter().typeAhead(command + L"\n");
+  }
+}
+
 void SessionEditor::addReactor(platform::EditorReactor* reactor) {
   if (std::find(reactors_.begin(), reactors_.end(), reactor) == reactors_.end()) {
     reactors_.push_back(reactor);

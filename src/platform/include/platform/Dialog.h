@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "platform/GridView.h"
+#include "platform/Palette.h"
+#include "platform/Status.h"
 
 namespace platform {
 
@@ -167,6 +169,11 @@ class Ui {
   virtual int messageBox(const std::wstring& text, const std::wstring& caption, int flags) = 0;
   // The path the user chose; empty when cancelled, as in a host without file dialogs.
   virtual std::wstring fileDialog(const FileDialogRequest& /*request*/) { return std::wstring(); }
+  // Shows the palette, made on its first showing and shown again after; the
+  // module keeps the model alive until it destroys the palette. Failed from a
+  // host without palettes.
+  virtual Status showPalette(PaletteModel& /*palette*/) { return Status::Failed; }
+  virtual void destroyPalette(PaletteModel& /*palette*/) {}
 };
 
 }  // namespace platform

@@ -94,6 +94,9 @@ class Editor {
     return PromptStatus::Error;
   }
 
+  // Posts a command for the host's command loop; "CANCELCMD" ends the command
+  // that is running, as Esc would.
+  virtual void postCommand(const std::wstring& /*command*/) {}
   // Reactors are the caller's; a reactor stays until removed.
   virtual void addReactor(EditorReactor* /*reactor*/) {}
   virtual void removeReactor(EditorReactor* /*reactor*/) {}

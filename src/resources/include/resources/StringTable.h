@@ -112,70 +112,120 @@ struct Message {
 
 // The texts of the dialogs' templates: titles, labels and buttons, numbered
 // from 1000 on so that they never meet the string table's ids.
-#define ZARVEL_DIALOG_TEXTS(X)                                                       \
-  X(kDlgDetachOdTitle, 1000, (), L"Detach OD")                                       \
-  X(kDlgTablesLabel, 1001, (), L"Tables")                                            \
-  X(kDlgOk, 1002, (), L"OK")                                                         \
-  X(kDlgCancel, 1003, (), L"Cancel")                                                 \
-  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")                           \
-  X(kDlgObjectDataTitle, 1005, (), L"ObjectData")                                    \
-  X(kDlgSimultaneous, 1006, (), L"Simultaneous")                                     \
-  X(kDlgFindSpecificValuesTitle, 1020, (), L"Find entities with specific OD values") \
-  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)")                     \
-  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD")                            \
-  X(kDlgAttach, 1023, (), L"Attach")                                                 \
-  X(kDlgDetach, 1024, (), L"Detach")                                                 \
-  X(kDlgProgressLabel, 1025, (), L"ZARVEL")                                          \
-  X(kDlgSetXyzTitle, 1150, (), L"Set OD from object coordinates")                    \
-  X(kDlgFieldX, 1151, (), L"X")                                                      \
-  X(kDlgFieldY, 1152, (), L"Y")                                                      \
-  X(kDlgFieldZ, 1153, (), L"Z")                                                      \
-  X(kDlgPlanMode, 1154, (), L"XY mode")                                              \
-  X(kDlgPlanFirst, 1155, (), L"First")                                               \
-  X(kDlgPlanLast, 1156, (), L"Last")                                                 \
-  X(kDlgPlanCenter, 1157, (), L"Center")                                             \
-  X(kDlgHeightMode, 1158, (), L"Z mode")                                             \
-  X(kDlgHeightMin, 1159, (), L"Min")                                                 \
-  X(kDlgHeightMax, 1160, (), L"Max")                                                 \
-  X(kDlgHeightAverage, 1161, (), L"Average")                                         \
-  X(kDlgPrecision, 1162, (), L"Precision")                                           \
-  X(kDlgPrecisionZ, 1163, (), L"Z precision")                                        \
-  X(kDlgSetPropTitle, 1164, (), L"Set OD from object properties")                    \
-  X(kDlgFieldLength, 1165, (), L"Length")                                            \
-  X(kDlgFieldArea, 1166, (), L"Area")                                                \
-  X(kDlgFieldVolume, 1167, (), L"Volume")                                            \
-  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text")                             \
-  X(kDlgTableLabel, 1201, (), L"Table")                                              \
-  X(kDlgFieldLabel, 1202, (), L"Field")                                              \
-  X(kDlgToleranceLabel, 1203, (), L"Tolerance:")                                     \
-  X(kDlgGenerateIdsTitle, 1250, (), L"Generate IDs")                                 \
-  X(kDlgPrefix, 1251, (), L"Prefix")                                                 \
-  X(kDlgSuffix, 1252, (), L"Suffix")                                                 \
-  X(kDlgFirst, 1253, (), L"First")                                                   \
-  X(kDlgReplaceValuesTitle, 1254, (), L"Replace OD values")                          \
-  X(kDlgSearchFor, 1255, (), L"Search for")                                          \
-  X(kDlgReplaceWith, 1256, (), L"-->")                                               \
-  X(kDlgAddValuesTitle, 1257, (), L"Add OD values")                                  \
-  X(kDlgTo, 1258, (), L"to")                                                         \
-  X(kDlgFrom, 1259, (), L"from")                                                     \
-  X(kDlgFromTable, 1260, (), L"From table")                                          \
-  X(kDlgFromField, 1261, (), L"From field")                                          \
-  X(kDlgToTable, 1262, (), L"To table")                                              \
-  X(kDlgToField, 1263, (), L"To field")                                              \
-  X(kDlgRemoveUnusedTitle, 1300, (), L"Remove Unused OD")                            \
-  X(kDlgUsedLabel, 1301, (), L"Used:")                                               \
-  X(kDlgUnusedLabel, 1302, (), L"Unused:")                                           \
-  X(kDlgExplicationTitle, 1350, (), L"Explication")                                  \
-  X(kDlgObjectTypeField, 1351, (), L"Object type field")                             \
-  X(kDlgSeparator, 1352, (), L"Separator")                                           \
-  X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")                           \
-  X(kDlgTranslateTitle, 1400, (), L"ZARVEL_TRANSLATE")                               \
-  X(kDlgOdNameGroup, 1401, (), L"OD name")                                           \
-  X(kDlgFieldGroup, 1402, (), L"Field")                                              \
-  X(kDlgValuesGroup, 1403, (), L"Values")                                            \
-  X(kDlgChooseFile, 1404, (), L"...")                                                \
-  X(kDlgNameToAlias, 1405, (), L"Name --> Alias")                                    \
-  X(kDlgAliasToName, 1406, (), L"Name <-- Alias")
+#define ZARVEL_DIALOG_TEXTS(X)                                                                  \
+  X(kDlgDetachOdTitle, 1000, (), L"Detach OD")                                                  \
+  X(kDlgTablesLabel, 1001, (), L"Tables")                                                       \
+  X(kDlgOk, 1002, (), L"OK")                                                                    \
+  X(kDlgCancel, 1003, (), L"Cancel")                                                            \
+  X(kDlgSelectAllNothing, 1004, (), L"Select all/nothing")                                      \
+  X(kDlgObjectDataTitle, 1005, (), L"ObjectData")                                               \
+  X(kDlgSimultaneous, 1006, (), L"Simultaneous")                                                \
+  X(kDlgFindSpecificValuesTitle, 1020, (), L"Find entities with specific OD values")            \
+  X(kDlgExtendedConditions, 1021, (), L"Extended (>, <, <>, *)")                                \
+  X(kDlgAttachDetachTitle, 1022, (), L"Attach/detach OD")                                       \
+  X(kDlgAttach, 1023, (), L"Attach")                                                            \
+  X(kDlgDetach, 1024, (), L"Detach")                                                            \
+  X(kDlgProgressLabel, 1025, (), L"ZARVEL")                                                     \
+  X(kDlgSetXyzTitle, 1150, (), L"Set OD from object coordinates")                               \
+  X(kDlgFieldX, 1151, (), L"X")                                                                 \
+  X(kDlgFieldY, 1152, (), L"Y")                                                                 \
+  X(kDlgFieldZ, 1153, (), L"Z")                                                                 \
+  X(kDlgPlanMode, 1154, (), L"XY mode")                                                         \
+  X(kDlgPlanFirst, 1155, (), L"First")                                                          \
+  X(kDlgPlanLast, 1156, (), L"Last")                                                            \
+  X(kDlgPlanCenter, 1157, (), L"Center")                                                        \
+  X(kDlgHeightMode, 1158, (), L"Z mode")                                                        \
+  X(kDlgHeightMin, 1159, (), L"Min")                                                            \
+  X(kDlgHeightMax, 1160, (), L"Max")                                                            \
+  X(kDlgHeightAverage, 1161, (), L"Average")                                                    \
+  X(kDlgPrecision, 1162, (), L"Precision")                                                      \
+  X(kDlgPrecisionZ, 1163, (), L"Z precision")                                                   \
+  X(kDlgSetPropTitle, 1164, (), L"Set OD from object properties")                               \
+  X(kDlgFieldLength, 1165, (), L"Length")                                                       \
+  X(kDlgFieldArea, 1166, (), L"Area")                                                           \
+  X(kDlgFieldVolume, 1167, (), L"Volume")                                                       \
+  X(kDlgSetFromTextTitle, 1200, (), L"Set OD from text")                                        \
+  X(kDlgTableLabel, 1201, (), L"Table")                                                         \
+  X(kDlgFieldLabel, 1202, (), L"Field")                                                         \
+  X(kDlgToleranceLabel, 1203, (), L"Tolerance:")                                                \
+  X(kDlgGenerateIdsTitle, 1250, (), L"Generate IDs")                                            \
+  X(kDlgPrefix, 1251, (), L"Prefix")                                                            \
+  X(kDlgSuffix, 1252, (), L"Suffix")                                                            \
+  X(kDlgFirst, 1253, (), L"First")                                                              \
+  X(kDlgReplaceValuesTitle, 1254, (), L"Replace OD values")                                     \
+  X(kDlgSearchFor, 1255, (), L"Search for")                                                     \
+  X(kDlgReplaceWith, 1256, (), L"-->")                                                          \
+  X(kDlgAddValuesTitle, 1257, (), L"Add OD values")                                             \
+  X(kDlgTo, 1258, (), L"to")                                                                    \
+  X(kDlgFrom, 1259, (), L"from")                                                                \
+  X(kDlgFromTable, 1260, (), L"From table")                                                     \
+  X(kDlgFromField, 1261, (), L"From field")                                                     \
+  X(kDlgToTable, 1262, (), L"To table")                                                         \
+  X(kDlgToField, 1263, (), L"To field")                                                         \
+  X(kDlgRemoveUnusedTitle, 1300, (), L"Remove Unused OD")                                       \
+  X(kDlgUsedLabel, 1301, (), L"Used:")                                                          \
+  X(kDlgUnusedLabel, 1302, (), L"Unused:")                                                      \
+  X(kDlgExplicationTitle, 1350, (), L"Explication")                                             \
+  X(kDlgObjectTypeField, 1351, (), L"Object type field")                                        \
+  X(kDlgSeparator, 1352, (), L"Separator")                                                      \
+  X(kDlgCsvFilter, 1353, (), L"CSV files (*.csv)|*.csv||")                                      \
+  X(kDlgTranslateTitle, 1400, (), L"ZARVEL_TRANSLATE")                                          \
+  X(kDlgOdNameGroup, 1401, (), L"OD name")                                                      \
+  X(kDlgFieldGroup, 1402, (), L"Field")                                                         \
+  X(kDlgValuesGroup, 1403, (), L"Values")                                                       \
+  X(kDlgChooseFile, 1404, (), L"...")                                                           \
+  X(kDlgNameToAlias, 1405, (), L"Name --> Alias")                                               \
+  X(kDlgAliasToName, 1406, (), L"Name <-- Alias")                                               \
+  X(kMenuODManagementHeading, 1500, (), L"OD management")                                       \
+  X(kMenuCopyDefinitionsFromFile, 1501, (), L"Copy definitions from file")                      \
+  X(kMenuUsageStats, 1502, (), L"Usage stats")                                                  \
+  X(kMenuTranslate, 1503, (), L"Translate")                                                     \
+  X(kMenuRemoveUnused, 1504, (), L"Remove unused")                                              \
+  X(kMenuSearchODHeading, 1505, (), L"Search OD")                                               \
+  X(kMenuFindEntitiesWithNoOD, 1506, (), L"Find entities with no OD")                           \
+  X(kMenuFindEntitiesWithOD, 1507, (), L"Find entities with OD")                                \
+  X(kMenuFindEntitiesWithDuplicateOD, 1508, (), L"Find entities with duplicate OD")             \
+  X(kMenuFindEntitiesWithMultipleOD, 1509, (), L"Find entities with multiple OD")               \
+  X(kMenuFindEntitiesWithNoSpecificOD, 1510, (), L"Find entities with no specific OD")          \
+  X(kMenuFindEntitiesWithSpecificOD, 1511, (), L"Find entities with specific OD")               \
+  X(kMenuFindEntitiesWithSpecificODValues, 1512, (), L"Find entities with specific OD values")  \
+  X(kMenuAttachDetachODHeading, 1513, (), L"Attach/detach OD")                                  \
+  X(kMenuAttachDetach, 1514, (), L"Attach/detach")                                              \
+  X(kMenuDetachAll, 1515, (), L"Detach all")                                                    \
+  X(kMenuDetachSpecified, 1516, (), L"Detach specified")                                        \
+  X(kMenuDetachDuplicate, 1517, (), L"Detach duplicate")                                        \
+  X(kMenuCopyODHeading, 1518, (), L"Copy OD")                                                   \
+  X(kMenuCopyODFromReference, 1519, (), L"Copy OD from reference")                              \
+  X(kMenuCopyODValuesFromReference, 1520, (), L"Copy OD/values from reference")                 \
+  X(kMenuCopyPropertiesODFromReference, 1521, (), L"Copy properties/OD from reference")         \
+  X(kMenuCopyPropertiesODValuesFromReference, 1522, (),                                         \
+    L"Copy properties/OD/values from reference")                                                \
+  X(kMenuCopyValuesFromReference, 1523, (), L"Copy values from reference")                      \
+  X(kMenuSetEditODValuesHeading, 1524, (), L"Set/edit OD values")                               \
+  X(kMenuSetFromXYZ, 1525, (), L"Set from XYZ")                                                 \
+  X(kMenuSetFromGeometricProperties, 1526, (), L"Set from geometric properties")                \
+  X(kMenuSetFromText, 1527, (), L"Set from text")                                               \
+  X(kMenuSetFromAttributes, 1528, (), L"Set from attributes")                                   \
+  X(kMenuUploadToAttributes, 1529, (), L"Upload to attributes")                                 \
+  X(kMenuCreateIDs, 1530, (), L"Create IDs")                                                    \
+  X(kMenuReplace, 1531, (), L"Replace")                                                         \
+  X(kMenuAddFromFieldInField, 1532, (), L"Add from field in field")                             \
+  X(kMenuAddValuesFromODToOD, 1533, (), L"Add values from OD to OD")                            \
+  X(kMenuModifyEntitiesHeading, 1534, (), L"Modify entities")                                   \
+  X(kMenuCovertTo2DPolylines, 1535, (), L"Covert to 2D polylines")                              \
+  X(kMenuConvertTo3DPolylines, 1536, (), L"Convert to 3D polylines")                            \
+  X(kMenuBreak, 1537, (), L"Break")                                                             \
+  X(kMenuExportImportHeading, 1538, (), L"Export/import")                                       \
+  X(kMenuExplication, 1539, (), L"Explication")                                                 \
+  X(kMenuODTableHeading, 1540, (), L"OD table")                                                 \
+  X(kMenuAboutHeading, 1541, (), L"About")                                                      \
+  X(kDlgAboutCaption, 1542, (), L"About")                                                       \
+  X(kDlgAboutText, 1543, (),                                                                    \
+    L"ZARVEL - Autodesk\u00AE AutoCAD\u00AE Civil 3D\u00AE and Map 3D\u00AE plugin for Object " \
+    L"Data\n"                                                                                   \
+    L"handling as an internal database.\n"                                                      \
+    L"Made by the zarvel team.\n"                                                               \
+    L"Version 1.125.2d\n")
 
 // The texts commands print as they go, which the string table does not hold,
 // numbered from 2000 on.

@@ -18,5 +18,6 @@ void registerFileCommands(Session& session);
 void registerBlockCommands(Session& session);
 void registerModifyCommands(Session& session);
 void registerBreakCommand(Session& session);
+void registerPaletteCommand(Session& session);
 
 }  // namespace host

@@ -2,6 +2,8 @@
 // dialog model of the module can be driven from a script.
 #pragma once
 
+#include <vector>
+
 #include "host/editor/Prompter.h"
 #include "platform/Dialog.h"
 
@@ -43,9 +45,21 @@ class PromptUi : public platform::Ui {
   // default extension is added to a name without one. A folder that does not
   // exist, or No when asked whether to replace a file, asks again.
   std::wstring fileDialog(const platform::FileDialogRequest& request) override;
+  // A palette stays open until the module destroys it; the host command
+  // PALETTE works in the open ones.
+  platform::Status showPalette(platform::PaletteModel& palette) override;
+  void destroyPalette(platform::PaletteModel& palette) override;
+
+  // The open palettes in the order they were first shown.
+  const std::vector<platform::PaletteModel*>& palettes() const { return palettes_; }
+  // The palette shown or worked in last; null when none is open.
+  platform::PaletteModel* lastPalette() const { return last_; }
+  void setLastPalette(platform::PaletteModel* palette) { last_ = palette; }
 
  private:
   Prompter& prompter_;
+  std::vector<platform::PaletteModel*> palettes_;
+  platform::PaletteModel* last_ = nullptr;
 };
 
 // The text a control is asked by: its label or name without the '&' of

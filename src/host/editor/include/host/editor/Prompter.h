@@ -53,6 +53,9 @@ class Prompter {
     queued_.insert(queued_.end(), answers.begin(), answers.end());
   }
   void clearQueuedAnswers() { queued_.clear(); }
+  // Text as if typed at the command line before the input's next line, line
+  // by line: what a module queues to run once the present command is over.
+  void typeAhead(const std::wstring& text);
 
   // One answer with the cancel convention applied: Cancel, None for an empty
   // answer, or Normal with the answer as typed. The base of the other prompts.
@@ -103,6 +106,7 @@ class Prompter {
   bool inputEnded_ = false;
   int cancels_ = 0;
   std::deque<std::wstring> queued_;
+  std::deque<std::wstring> typed_;
 };
 
 }  // namespace host

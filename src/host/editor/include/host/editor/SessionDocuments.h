@@ -18,6 +18,8 @@ class SessionDocuments : public platform::Documents {
   void popResourceHandle() override;
   platform::Status lockDocument(platform::LockMode mode) override;
   platform::Status unlockDocument() override;
+  // Typed ahead of the input: it runs when the running command is over.
+  void sendStringToExecute(const std::wstring& text) override;
 
   // Drops what the command that ends left locked or pushed.
   void endCommand();
