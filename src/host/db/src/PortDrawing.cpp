@@ -153,6 +153,45 @@ platform::Status DbDrawing::setEntityProperties(ObjectId entity,
   return platform::Status::Ok;
 }
 
+namespace {
+
+template <typename T>
+const T* openEntityOf(const Database& db, ObjectId id) {
+  const Entity* e = db.openEntity(id);
+  return e != nullptr && e->kind() == T::kEntityKind ? static_cast<const T*>(e) : nullptr;
+}
+
+}  // namespace
+
+std::wstring DbDrawing::blockNameOfReference(ObjectId reference) const {
+  const auto* ref = openEntityOf<BlockReferenceEntity>(db_, reference);
+  if (ref == nullptr || db_.failsToOpen(ref->block)) return {};
+  const BlockRecord* block = db_.get<BlockRecord>(ref->block);
+  if (block == nullptr) return {};
+  // The anonymous block of a dynamic block's reference is an implementation
+  // detail; users know the block by the dynamic block's name.
+  const BlockRecord* dynamic = db_.get<BlockRecord>(block->dynamicBlock);
+  if (dynamic != nullptr && !db_.failsToOpen(block->dynamicBlock)) return dynamic->name;
+  return block->name;
+}
+
+std::vector<ObjectId> DbDrawing::attributeIds(ObjectId reference) const {
+  const auto* ref = openEntityOf<BlockReferenceEntity>(db_, reference);
+  return ref != nullptr ? ref->attributes : std::vector<ObjectId>();
+}
+
+std::optional<std::wstring> DbDrawing::attributeTag(ObjectId attribute) const {
+  const auto* a = openEntityOf<AttributeEntity>(db_, attribute);
+  if (a == nullptr) return std::nullopt;
+  return a->tag;
+}
+
+platform::Status DbDrawing::setAttributeText(ObjectId attribute, const std::wstring& text) {
+  if (openEntityOf<AttributeEntity>(db_, attribute) == nullptr) return platform::Status::Failed;
+  db_.modify<AttributeEntity>(attribute)->data.text = text;
+  return platform::Status::Ok;
+}
+
 ObjectId DbDrawing::addLayer(const std::wstring& name, const platform::RgbColor& color) {
   if (name.empty() || !db_.findLayer(name).isNull()) return ObjectId();
   const ObjectId id = db_.addLayer(name);
