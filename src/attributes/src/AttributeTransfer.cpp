@@ -1,8 +1,10 @@
 // ZARVEL_STORE_ATTRS and ZARVEL_LOAD_ATTRS: values between Object Data and the
 // attributes of block references, along an attribute map. The map is loaded
 // whole before anything is selected, so that a faulty map changes nothing.
+#include <map>
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "BlockReferences.h"
 #include "attributes/AttributeCommands.h"
@@ -42,6 +44,36 @@ const BlockAttributeMap* mappedBlock(const AttributeMap& map, ObjectId reference
   return found != map.end() ? &found->second : nullptr;
 }
 
+// The tables and column indices of the map, each looked up once in a command:
+// every reference asks for the same few.
+class MappedColumns {
+ public:
+  explicit MappedColumns(OdContainer& container) : container_(container) {}
+
+  // Null when the drawing has no such table.
+  platform::OdTable* table(const std::wstring& name) {
+    auto found = tables_.find(name);
+    if (found == tables_.end()) found = tables_.emplace(name, container_.getTable(name)).first;
+    return found->second.get();
+  }
+  // Negative when the table or the column can't be had.
+  int index(const MappedColumn& mapped) {
+    auto key = std::make_pair(mapped.table, mapped.column);
+    auto found = indexes_.find(key);
+    if (found == indexes_.end()) {
+      platform::OdTable* t = table(mapped.table);
+      const int index = t != nullptr ? t->definition().columnIndex(mapped.column) : -1;
+      found = indexes_.emplace(std::move(key), index).first;
+    }
+    return found->second;
+  }
+
+ private:
+  OdContainer& container_;
+  std::map<std::wstring, std::unique_ptr<platform::OdTable>> tables_;
+  std::map<std::pair<std::wstring, std::wstring>, int> indexes_;
+};
+
 // The text an attribute takes of a value; nothing for a type without one.
 std::optional<std::wstring> attributeTextOf(const OdValue& value) {
   switch (value.type()) {
@@ -63,13 +95,11 @@ std::optional<std::wstring> attributeTextOf(const OdValue& value) {
 
 // The value of the mapped column in the first of the records of its table;
 // nothing when the reference has none or the column can't be had.
-std::optional<OdValue> mappedValue(OdContainer& container, const std::vector<OdRecord>& records,
+std::optional<OdValue> mappedValue(MappedColumns& columns, const std::vector<OdRecord>& records,
                                    const MappedColumn& mapped) {
   for (const OdRecord& record : records) {
     if (toLowerCopy(record.tableName()) != mapped.table) continue;
-    const std::unique_ptr<platform::OdTable> table = container.getTable(mapped.table);
-    if (table == nullptr) return std::nullopt;
-    const int index = table->definition().columnIndex(mapped.column);
+    const int index = columns.index(mapped);
     if (index < 0 || index >= record.count()) return std::nullopt;
     return record.value(index);
   }
@@ -77,8 +107,8 @@ std::optional<OdValue> mappedValue(OdContainer& container, const std::vector<OdR
 }
 
 // Attributes written for one reference.
-int storeReference(OdContainer& container, const AttributeMap& map, ObjectId reference) {
-  const std::vector<OdRecord> records = recordsOfEntity(container, reference);
+int storeReference(MappedColumns& columns, const AttributeMap& map, ObjectId reference) {
+  const std::vector<OdRecord> records = recordsOfEntity(getODContainer(), reference);
   if (records.empty()) return 0;
   const BlockAttributeMap* block = mappedBlock(map, reference);
   if (block == nullptr) return 0;
@@ -86,7 +116,7 @@ int storeReference(OdContainer& container, const AttributeMap& map, ObjectId ref
   for (const ReferenceAttribute& attribute : attributesOf(reference)) {
     const auto mapped = block->find(attribute.tag);
     if (mapped == block->end()) continue;
-    const std::optional<OdValue> value = mappedValue(container, records, mapped->second);
+    const std::optional<OdValue> value = mappedValue(columns, records, mapped->second);
     if (!value) continue;
     const std::optional<std::wstring> text = attributeTextOf(*value);
     // A value of no known type leaves the text as it was, and still counts.
@@ -105,9 +135,10 @@ void commandStoreAttrs() {
   OdContainer& container = getODContainer();
   const std::optional<Transfer> transfer = startTransfer(container);
   if (!transfer) return;
+  MappedColumns columns(container);
   int stored = 0;
   for (const ObjectId reference : transfer->references) {
-    stored += storeReference(container, transfer->map, reference);
+    stored += storeReference(columns, transfer->map, reference);
   }
   printMessage(kTxtLoadedAttributes, stored, static_cast<int>(transfer->references.size()));
 }
@@ -115,8 +146,7 @@ void commandStoreAttrs() {
 namespace {
 
 struct AttributeValue {
-  std::wstring table;
-  std::wstring column;
+  MappedColumn column;
   std::wstring text;
 };
 
@@ -151,15 +181,15 @@ void assignAttributeText(OdValue& value, const std::wstring& text) {
 }
 
 // Writes one attribute's text into the first record of its table.
-void loadValue(OdContainer& container, ObjectId reference, const AttributeValue& attribute) {
-  const std::unique_ptr<platform::OdTable> table = container.getTable(attribute.table);
+void loadValue(MappedColumns& columns, ObjectId reference, const AttributeValue& attribute) {
+  platform::OdTable* table = columns.table(attribute.column.table);
   if (table == nullptr) return;
   const std::unique_ptr<platform::OdRecordIterator> iterator = table->newIterator();
   initWalk(*iterator, reference, platform::OpenMode::Write);
   if (iterator->isDone()) return;
   OdRecord record;
   if (iterator->getRecord(record) != platform::Status::Ok) return;
-  const int index = table->definition().columnIndex(attribute.column);
+  const int index = columns.index(attribute.column);
   if (index < 0 || index >= record.count()) return;
   assignAttributeText(record.value(index), attribute.text);
   // Written at once, so that of two attributes mapped to one column the
@@ -168,7 +198,7 @@ void loadValue(OdContainer& container, ObjectId reference, const AttributeValue&
 }
 
 // Whether the reference had a mapped attribute and so was loaded.
-bool loadReference(OdContainer& container, const AttributeMap& map, ObjectId reference) {
+bool loadReference(MappedColumns& columns, const AttributeMap& map, ObjectId reference) {
   const BlockAttributeMap* block = mappedBlock(map, reference);
   if (block == nullptr) return false;
   std::set<std::wstring> tables;
@@ -179,17 +209,18 @@ bool loadReference(OdContainer& container, const AttributeMap& map, ObjectId ref
     std::optional<std::wstring> text = port().geometry().text(attribute.id);
     if (!text) continue;
     tables.insert(mapped->second.table);
-    values.push_back({mapped->second.table, mapped->second.column, std::move(*text)});
+    values.push_back({mapped->second, std::move(*text)});
   }
   if (tables.empty()) return false;
+  OdContainer& container = getODContainer();
   for (const std::wstring& name : tables) {
     // The map holds names in lower case; records carry the table's own name.
-    const std::unique_ptr<platform::OdTable> table = container.getTable(name);
+    platform::OdTable* table = columns.table(name);
     if (table != nullptr && !hasRecordOfTable(container, reference, table->name())) {
       attachDefaultRecord(container, table->name(), reference);
     }
   }
-  for (const AttributeValue& value : values) loadValue(container, reference, value);
+  for (const AttributeValue& value : values) loadValue(columns, reference, value);
   return true;
 }
 
@@ -200,9 +231,10 @@ void commandLoadAttrs() {
   OdContainer& container = getODContainer();
   const std::optional<Transfer> transfer = startTransfer(container);
   if (!transfer) return;
+  MappedColumns columns(container);
   int loaded = 0;
   for (const ObjectId reference : transfer->references) {
-    if (loadReference(container, transfer->map, reference)) ++loaded;
+    if (loadReference(columns, transfer->map, reference)) ++loaded;
   }
   printMessage(kTxtLoadedDefinitions, loaded, static_cast<int>(transfer->references.size()));
 }
