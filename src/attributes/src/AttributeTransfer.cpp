@@ -150,9 +150,9 @@ struct AttributeValue {
   std::wstring text;
 };
 
-// Sets a value from attribute text by the value's own type. Coordinates are
-// read as whole numbers, as the points' counterpart in the map's other
-// direction has always read them.
+// Sets a value from attribute text by the value's own type. Each coordinate
+// of a point is read as a whole number, its decimals cut: that is how maps
+// made for this command have always been read, and they count on it.
 void assignAttributeText(OdValue& value, const std::wstring& text) {
   switch (value.type()) {
     case platform::OdType::Integer:

@@ -161,17 +161,21 @@ const T* openEntityOf(const Database& db, ObjectId id) {
   return e != nullptr && e->kind() == T::kEntityKind ? static_cast<const T*>(e) : nullptr;
 }
 
+// A block record that opens: there, not erased, and not made to fail.
+const BlockRecord* openBlock(const Database& db, ObjectId id) {
+  const BlockRecord* block = db.get<BlockRecord>(id);
+  return block != nullptr && !block->erased && !db.failsToOpen(id) ? block : nullptr;
+}
+
 }  // namespace
 
 std::wstring DbDrawing::blockNameOfReference(ObjectId reference) const {
   const auto* ref = openEntityOf<BlockReferenceEntity>(db_, reference);
-  if (ref == nullptr || db_.failsToOpen(ref->block)) return {};
-  const BlockRecord* block = db_.get<BlockRecord>(ref->block);
+  const BlockRecord* block = ref != nullptr ? openBlock(db_, ref->block) : nullptr;
   if (block == nullptr) return {};
   // The anonymous block of a dynamic block's reference is an implementation
   // detail; users know the block by the dynamic block's name.
-  const BlockRecord* dynamic = db_.get<BlockRecord>(block->dynamicBlock);
-  if (dynamic != nullptr && !db_.failsToOpen(block->dynamicBlock)) return dynamic->name;
+  if (const BlockRecord* dynamic = openBlock(db_, block->dynamicBlock)) return dynamic->name;
   return block->name;
 }
 
