@@ -136,10 +136,5 @@ TEST_F(AttributeMapTest, ALineLongerThanTheBufferReadsOnAsAnotherLine) {
       << host.printed;
 }
 
-TEST_F(AttributeMapTest, AFileThatWontReadSaysSo) {
-  EXPECT_FALSE(zarvel::loadAttributeMap(zarvel::getODContainer(), L"absent.txt", map));
-  EXPECT_EQ(host.printed, L"Error: unable to read 'absent.txt'\n");
-}
-
 }  // namespace
 }  // namespace testing_support
