@@ -1,6 +1,7 @@
 // The command table: every command the user can start by name, in the order
 // of registration. A command whose body is not built yet is still registered,
 // and says that it did nothing.
+#include "attributes/AttributeCommands.h"
 #include "frame/CommandsPalette.h"
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
@@ -74,9 +75,9 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_ABOUT", kFlags, commandAbout},
       {L"ZARVEL_EXPL", kFlags, commandExpl},
       {L"ZARVEL_TRANSLATE", kFlags, commandTranslate},
-      {L"ZARVEL_LOAD_ATTRS", kFlags, commandNotAvailable},
-      {L"ZARVEL_STORE_ATTRS", kFlags, commandNotAvailable},
-      {L"ZARVEL_ATTR_TEMPLATE", kFlags, commandNotAvailable},
+      {L"ZARVEL_LOAD_ATTRS", kFlags, commandLoadAttrs},
+      {L"ZARVEL_STORE_ATTRS", kFlags, commandStoreAttrs},
+      {L"ZARVEL_ATTR_TEMPLATE", kFlags, commandAttrTemplate},
   };
   return table;
 }

@@ -141,6 +141,10 @@ void swapEraseId(std::vector<ObjectId>& ids, std::size_t index) {
 
 std::wstring handleTextOfId(ObjectId id) { return port().drawing().handleText(id); }
 
+std::wstring blockNameOfReference(ObjectId reference) {
+  return port().drawing().blockNameOfReference(reference);
+}
+
 std::vector<std::wstring> layerNames() {
   std::vector<std::wstring> names;
   for (const platform::LayerInfo& layer : port().drawing().layers()) names.push_back(layer.name);

@@ -129,4 +129,57 @@ TEST_F(DatabaseTest, SpacesKeepTheirOwnEntitiesInOrder) {
   EXPECT_EQ(db.findBlock(L"*model_space"), db.modelSpace());
 }
 
+TEST_F(DatabaseTest, AReferenceGoesByItsDynamicBlockWhileThatOpens) {
+  const ObjectId gate = db.addBlock(L"Gate", {});
+  const ObjectId shape = db.addBlock(L"*U1", {});
+  db.modify<host::BlockRecord>(shape)->dynamicBlock = gate;
+  auto ref = std::make_unique<host::BlockReferenceEntity>();
+  ref->block = shape;
+  const ObjectId reference = db.addEntity(std::move(ref), db.modelSpace());
+  const host::DbDrawing drawing(db);
+  const struct {
+    ObjectId failing;
+    bool gateErased;
+    const wchar_t* name;
+  } cases[] = {
+      {{}, false, L"Gate"},   // the dynamic block's name
+      {gate, false, L"*U1"},  // the dynamic block won't open
+      {{}, true, L"*U1"},     // nor once erased
+      {shape, false, L""},    // the reference's own block won't open
+      {reference, false, L""},
+  };
+  for (const auto& c : cases) {
+    db.modify<host::BlockRecord>(gate)->erased = c.gateErased;
+    if (!c.failing.isNull()) db.setOpenFailure(c.failing, true);
+    EXPECT_EQ(drawing.blockNameOfReference(reference), c.name);
+    if (!c.failing.isNull()) db.setOpenFailure(c.failing, false);
+  }
+}
+
+TEST_F(DatabaseTest, AnAttributesTextChangesWithinTheUndoStep) {
+  auto ref = std::make_unique<host::BlockReferenceEntity>();
+  ref->block = db.addBlock(L"Pole", {});
+  const ObjectId reference = db.addEntity(std::move(ref), db.modelSpace());
+  auto attribute = std::make_unique<host::AttributeEntity>();
+  attribute->tag = L"ID";
+  attribute->data.text = L"old";
+  const ObjectId id = db.addEntity(std::move(attribute), reference);
+  db.modify<host::BlockReferenceEntity>(reference)->attributes.push_back(id);
+  host::DbDrawing drawing(db);
+  EXPECT_EQ(drawing.attributeIds(reference), std::vector<ObjectId>{id});
+  EXPECT_EQ(drawing.attributeTag(id), std::wstring(L"ID"));
+  EXPECT_EQ(drawing.attributeTag(reference), std::nullopt);
+  db.undo().begin(L"STORE");
+  EXPECT_EQ(drawing.setAttributeText(id, L"new"), Status::Ok);
+  db.undo().end();
+  EXPECT_EQ(db.get<host::AttributeEntity>(id)->data.text, L"new");
+  db.undoSteps(1);
+  EXPECT_EQ(db.get<host::AttributeEntity>(id)->data.text, L"old");
+  db.setOpenFailure(id, true);
+  EXPECT_EQ(drawing.setAttributeText(id, L"new"), Status::Failed);
+  EXPECT_EQ(drawing.attributeTag(id), std::nullopt);
+  db.setOpenFailure(reference, true);
+  EXPECT_TRUE(drawing.attributeIds(reference).empty());
+}
+
 }  // namespace

@@ -153,6 +153,49 @@ platform::Status DbDrawing::setEntityProperties(ObjectId entity,
   return platform::Status::Ok;
 }
 
+namespace {
+
+template <typename T>
+const T* openEntityOf(const Database& db, ObjectId id) {
+  const Entity* e = db.openEntity(id);
+  return e != nullptr && e->kind() == T::kEntityKind ? static_cast<const T*>(e) : nullptr;
+}
+
+// A block record that opens: there, not erased, and not made to fail.
+const BlockRecord* openBlock(const Database& db, ObjectId id) {
+  const BlockRecord* block = db.get<BlockRecord>(id);
+  return block != nullptr && !block->erased && !db.failsToOpen(id) ? block : nullptr;
+}
+
+}  // namespace
+
+std::wstring DbDrawing::blockNameOfReference(ObjectId reference) const {
+  const auto* ref = openEntityOf<BlockReferenceEntity>(db_, reference);
+  const BlockRecord* block = ref != nullptr ? openBlock(db_, ref->block) : nullptr;
+  if (block == nullptr) return {};
+  // The anonymous block of a dynamic block's reference is an implementation
+  // detail; users know the block by the dynamic block's name.
+  if (const BlockRecord* dynamic = openBlock(db_, block->dynamicBlock)) return dynamic->name;
+  return block->name;
+}
+
+std::vector<ObjectId> DbDrawing::attributeIds(ObjectId reference) const {
+  const auto* ref = openEntityOf<BlockReferenceEntity>(db_, reference);
+  return ref != nullptr ? ref->attributes : std::vector<ObjectId>();
+}
+
+std::optional<std::wstring> DbDrawing::attributeTag(ObjectId attribute) const {
+  const auto* a = openEntityOf<AttributeEntity>(db_, attribute);
+  if (a == nullptr) return std::nullopt;
+  return a->tag;
+}
+
+platform::Status DbDrawing::setAttributeText(ObjectId attribute, const std::wstring& text) {
+  if (openEntityOf<AttributeEntity>(db_, attribute) == nullptr) return platform::Status::Failed;
+  db_.modify<AttributeEntity>(attribute)->data.text = text;
+  return platform::Status::Ok;
+}
+
 ObjectId DbDrawing::addLayer(const std::wstring& name, const platform::RgbColor& color) {
   if (name.empty() || !db_.findLayer(name).isNull()) return ObjectId();
   const ObjectId id = db_.addLayer(name);

@@ -43,6 +43,9 @@ bool containsId(const std::vector<ObjectId>& ids, ObjectId id);
 void removeDuplicateIds(std::vector<ObjectId>& ids);
 void swapEraseId(std::vector<ObjectId>& ids, std::size_t index);
 std::wstring handleTextOfId(ObjectId id);
+// The name a block reference goes by, a dynamic block's own name for its
+// references; empty if it won't open.
+std::wstring blockNameOfReference(ObjectId reference);
 std::vector<std::wstring> layerNames();
 
 }  // namespace zarvel

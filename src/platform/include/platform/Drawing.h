@@ -90,6 +90,22 @@ class Drawing {
     return Status::Failed;
   }
 
+  // A block reference's block name; a dynamic block's reference goes by the
+  // dynamic block's own name, not by its anonymous block's. Empty if the
+  // reference or its block won't open.
+  virtual std::wstring blockNameOfReference(ObjectId /*reference*/) const { return {}; }
+  // The attributes a block reference owns, in its order; none if it won't open.
+  virtual std::vector<ObjectId> attributeIds(ObjectId /*reference*/) const { return {}; }
+  // An attribute's tag; empty if it won't open. Its text is the geometry's.
+  virtual std::optional<std::wstring> attributeTag(ObjectId /*attribute*/) const {
+    return std::nullopt;
+  }
+  // Gives an attribute a new text within the command's undo step; Failed if
+  // it won't open for write.
+  virtual Status setAttributeText(ObjectId /*attribute*/, const std::wstring& /*text*/) {
+    return Status::Failed;
+  }
+
   // Objects a module adds to the drawing for good, each within the command's
   // undo step; a host that makes none answers null.
   // A layer thawed, on and unlocked, in that colour; null if the name is taken.

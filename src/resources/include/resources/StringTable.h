@@ -255,7 +255,8 @@ struct Message {
   X(kTxtMapColumnNotFound, 2105, (Text, Text), L"Error: column %s not found in table %s\n")        \
   X(kTxtAttributeMappingsLoaded, 2106, (int), L"%i attribute mappings loaded\n")                   \
   X(kTxtLoadedAttributes, 2107, (int, int), L"Loaded %i attribute(s) for %i block reference(s)\n") \
-  X(kTxtLoadedDefinitions, 2108, (int, int), L"Loaded %i definition(s) for %i block reference(s)\n")
+  X(kTxtLoadedDefinitions, 2108, (int, int), L"Loaded %i definition(s) for %i block reference(s)\n") \
+  X(kTxtTextOrAllFilesFilter, 2110, (), L"Text files (*.txt)|*.txt|All files (*.*)|*.*||")
 
 #define ZARVEL_UNPAREN(...) __VA_ARGS__
 #define ZARVEL_DECLARE_MESSAGE(name, id, kinds, text) \

@@ -1,6 +1,7 @@
 // -BLOCK, ATTDEF and INSERT: defining blocks with attribute definitions and
 // placing references to them.
 #include <cmath>
+#include <cstdint>
 
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
@@ -14,6 +15,9 @@ namespace {
 using platform::PromptStatus;
 
 constexpr double kPi = 3.14159265358979323846;
+// Flags of an attribute definition.
+constexpr std::int16_t kAttributeConstant = 2;
+constexpr std::int16_t kAttributePreset = 8;
 
 std::wstring askName(Session& s, const std::wstring& prompt) {
   const platform::StringReply reply = s.prompter().getString(prompt, true);
@@ -104,14 +108,17 @@ void insertCommand(Session& s) {
   ref->position = at.value;
   ref->scale = {scale.value, scale.value, scale.value};
   ref->rotation = angle.value * kPi / 180.0;
-  // One value for each attribute definition that is not constant.
+  // One attribute for each definition that is not constant: a constant one
+  // shows its text from the block itself, on every reference alike. A preset
+  // one takes its default without asking.
   std::vector<std::unique_ptr<AttributeEntity>> attributes;
   for (ObjectId id : db.blockEntities(blockId)) {
     const Entity* e = db.entity(id);
     if (e == nullptr || e->kind() != EntityKind::AttributeDefinition) continue;
     const auto& d = static_cast<const AttributeDefinitionEntity&>(*e);
+    if ((d.flags & kAttributeConstant) != 0) continue;
     std::wstring value = d.data.text;
-    if ((d.flags & 2) == 0) {
+    if ((d.flags & kAttributePreset) == 0) {
       const std::wstring label = d.prompt.empty() ? d.tag : d.prompt;
       const platform::StringReply answer =
           p.getString(L"Enter " + label + L" <" + d.data.text + L">: ", true);

@@ -27,6 +27,10 @@ class DbDrawing : public platform::Drawing {
   std::optional<platform::EntityProperties> entityProperties(ObjectId entity) const override;
   platform::Status setEntityProperties(ObjectId entity,
                                        const platform::EntityProperties& properties) override;
+  std::wstring blockNameOfReference(ObjectId reference) const override;
+  std::vector<ObjectId> attributeIds(ObjectId reference) const override;
+  std::optional<std::wstring> attributeTag(ObjectId attribute) const override;
+  platform::Status setAttributeText(ObjectId attribute, const std::wstring& text) override;
   ObjectId addLayer(const std::wstring& name, const platform::RgbColor& color) override;
   ObjectId addBlock(const std::wstring& name, const platform::Point3d& origin) override;
   ObjectId addCircle(ObjectId block, const platform::Point3d& center, double radius,
