@@ -102,6 +102,7 @@ void registerHostCommands(Session& session) {
   registerBlockCommands(session);
   registerModifyCommands(session);
   registerBreakCommand(session);
+  registerAttachCommands(session);
 }
 
 }  // namespace host

@@ -18,5 +18,6 @@ void registerFileCommands(Session& session);
 void registerBlockCommands(Session& session);
 void registerModifyCommands(Session& session);
 void registerBreakCommand(Session& session);
+void registerAttachCommands(Session& session);
 
 }  // namespace host
