@@ -17,6 +17,24 @@
 namespace {
 
 using zarvel_bench::Fixture;
+using platform::OdValue;
+
+// Lines past the shared drawing's million, each with a record of Roads, for a
+// file of about 500 MB.
+constexpr int kExtraLines = 200000;
+
+int buildSource(host::Database& db) {
+  const int shared = zarvel_bench::buildRecords(db);
+  const std::uint32_t roads = db.odTable(db.findOdTable(L"Roads"))->index;
+  for (int i = 0; i < kExtraLines; ++i) {
+    auto line = std::make_unique<host::LineEntity>();
+    line->start = {i * 1.0, 5.0, 0.0};
+    line->end = {i * 1.0 + 1.0, 6.0, 0.0};
+    const platform::ObjectId id = db.addEntity(std::move(line), db.modelSpace());
+    db.modifyOdRecords(id)->append(roads, {OdValue(i), OdValue(L"Extra"), OdValue(1.0)});
+  }
+  return shared + kExtraLines;
+}
 
 // The source drawing's file, removed when the benchmarks end.
 struct SourceFile {
@@ -25,7 +43,7 @@ struct SourceFile {
   std::shared_ptr<const std::string> text;
 
   SourceFile() {
-    Fixture source(zarvel_bench::buildRecords);
+    Fixture source(buildSource);
     host::Document& d = source.session.document();
     text = std::make_shared<const std::string>(host::dxf::writeDrawing(d.db, *d.image));
     std::ofstream(path, std::ios::binary) << *text;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "GroupCodes.h"
 #include "HeaderVersion.h"
@@ -81,7 +82,7 @@ class DefinitionsScan {
   // when there is none.
   Handle readRoot();
   // Whether the object whose group 0 ends before the offset has one of the
-  // handles as its first tag.
+  // handles (a set, or a map by handle) as its first tag.
   template <typename Handles>
   bool hasHandle(std::size_t at, const Handles& handles) const;
   // Reads the object at the offset, within the objects section, reaching it
@@ -200,7 +201,7 @@ void DefinitionsScan::readObjects() {
   skipSection();
   const TagReader::Position end = tags_.position();
   if (odTables == 0) return;
-  const std::unordered_map<Handle, bool> dictionaryHandle{{odTables, true}};
+  const std::unordered_set<Handle> dictionaryHandle{odTables};
   const std::vector<std::size_t> dictionary = findTags(
       data_, afterRoot, end.offset, "DICTIONARY",
       [&](std::size_t at) { return hasHandle(at, dictionaryHandle); }, true);
