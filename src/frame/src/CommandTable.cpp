@@ -13,6 +13,7 @@
 #include "search/PresenceSearch.h"
 #include "search/SpecificSearch.h"
 #include "search/ValueSearch.h"
+#include "tables/LoadDefinition.h"
 #include "tables/RemoveUnused.h"
 #include "tables/Translate.h"
 #include "tables/UsageStats.h"
@@ -42,7 +43,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_PSEL", kFlags, commandPsel},
       {L"ZARVEL_CTL", kFlags, commandCtl},
       // Modal on purpose: it must not run inside another command.
-      {L"ZARVEL_LOAD_DEFINITION", platform::CommandFlags::kModal, commandNotAvailable},
+      {L"ZARVEL_LOAD_DEFINITION", platform::CommandFlags::kModal, commandLoadDefinition},
       {L"ZARVEL_HAS_DUPLICATE_OD", kFlags, commandHasDuplicateOd},
       {L"ZARVEL_HAS_OD", kFlags, commandHasOd},
       {L"ZARVEL_HAS_MULTIPLE_OD", kFlags, commandHasMultipleOd},

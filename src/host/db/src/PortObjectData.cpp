@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "SourceOdTable.h"
+
 namespace host {
 namespace {
 const std::wstring kNoName;
@@ -166,8 +168,15 @@ std::unique_ptr<platform::OdRecordIterator> DbOdContainer::newIterator() {
 
 std::unique_ptr<platform::OdTable> DbOdContainer::getTable(const std::wstring& name) {
   const ObjectId id = db_.findOdTable(name);
-  if (id.isNull()) return nullptr;
-  return std::make_unique<DbOdTable>(db_, id);
+  if (sources_ == nullptr || sources_->empty() || (!id.isNull() && db_.odTable(id)->name == name)) {
+    return id.isNull() ? nullptr : std::make_unique<DbOdTable>(db_, id);
+  }
+  // A lent table of exactly the name comes before a drawing's table that
+  // matches only ignoring case, as two such tables may both exist.
+  const NamedTableDefinition* lent = sources_->findExact(name);
+  if (lent == nullptr && id.isNull()) lent = sources_->findIgnoringCase(name);
+  if (lent != nullptr) return std::make_unique<SourceOdTable>(db_, *lent);
+  return id.isNull() ? nullptr : std::make_unique<DbOdTable>(db_, id);
 }
 
 Status DbOdContainer::createTable(const std::wstring& name,

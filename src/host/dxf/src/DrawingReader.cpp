@@ -14,8 +14,10 @@
 #include "FileHandles.h"
 #include "FileImage.h"
 #include "GroupCodes.h"
+#include "HeaderVersion.h"
 #include "KeptText.h"
 #include "ObjectDataXrecords.h"
+#include "ObjectScan.h"
 #include "TagReader.h"
 #include "host/db/PortDrawing.h"
 #include "host/dxf/ParseError.h"
@@ -27,16 +29,6 @@ namespace {
 using entity::handleOf;
 using entity::realOf;
 
-// Where the data groups of an XRECORD begin: after its subclass marker and
-// the cloning flag that may open them.
-std::size_t xrecordDataStart(const std::vector<Tag>& body) {
-  std::size_t i = 0;
-  while (i < body.size() && !(body[i].code == 100 && body[i].value == "AcDbXrecord")) ++i;
-  if (i < body.size()) ++i;
-  if (i < body.size() && body[i].code == 280) ++i;
-  return i;
-}
-
 // The group 5 of the tags of an object after its group 0, 0 if none.
 Handle handleBeforeSubclasses(const std::vector<Tag>& body) {
   for (const Tag& t : body) {
@@ -45,8 +37,6 @@ Handle handleBeforeSubclasses(const std::vector<Tag>& body) {
   }
   return 0;
 }
-
-struct ObjectHead;
 
 class Reader : public ReadContext {
  public:
@@ -348,19 +338,7 @@ std::size_t Reader::readHeader() {
       if (v > 0) db_->modifyHeader().textSize = v;
     }
   }
-  if (version.empty()) version = "AC1009";
-  static const char* const kSupported[] = {"AC1015", "AC1018", "AC1021", "AC1024", "AC1027",
-                                           "AC1032"};
-  bool supported = false;
-  for (const char* v : kSupported) supported = supported || version == v;
-  if (!supported) {
-    // A header without $ACADVER is older than the variable: the header is what to look at.
-    throw ParseError(versionLine != 0 ? versionLine : sectionLine_,
-                     "drawing files of version " + version +
-                         (versionLine != 0 ? "" : " (a header without $ACADVER)") +
-                         " are not supported; versions AC1015 (2000) to AC1032 (2018) are");
-  }
-  image_->acadVersion = version;
+  image_->acadVersion = supportedVersion(version, versionLine, sectionLine_);
   if (!codePage.empty()) image_->codePage = codePage;
   image_->codec = TextCodec(image_->acadVersion, image_->codePage);
   currentLayerName_ = image_->codec.decode(currentLayerRaw_);
@@ -633,42 +611,6 @@ void Reader::readEntity(const Tag& first, ObjectId blockId) {
     attribute->owner = id;
     const ObjectId attributeId = db_->addLoaded(std::move(attribute));
     if (insert != nullptr) insert->attributes.push_back(attributeId);
-  }
-}
-
-// What the reader needs of an object's tags: its handle, its owner (the 330
-// outside the reactor groups) and, for a dictionary, its entries.
-struct ObjectHead {
-  Handle handle = 0;
-  Handle owner = 0;
-  // Entries of a dictionary: name as in the file, the handle, its group code.
-  struct Entry {
-    std::string_view name;
-    Handle handle;
-    int code;
-  };
-  std::vector<Entry> entries;
-};
-
-void scanObject(const std::vector<Tag>& body, bool dictionary, ObjectHead& head) {
-  head.handle = 0;
-  head.owner = 0;
-  head.entries.clear();
-  int groupDepth = 0;
-  for (std::size_t i = 0; i < body.size(); ++i) {
-    const Tag& t = body[i];
-    if (t.code == 102) {
-      groupDepth += !t.value.empty() && t.value.front() == '{' ? 1 : -1;
-      continue;
-    }
-    if (groupDepth > 0) continue;
-    if (t.code == 5 && head.handle == 0) head.handle = handleOf(t);
-    if (t.code == 330 && head.owner == 0) head.owner = handleOf(t);
-    if (dictionary && t.code == 3 && i + 1 < body.size() &&
-        (body[i + 1].code == 350 || body[i + 1].code == 360)) {
-      head.entries.push_back({t.value, handleOf(body[i + 1]), body[i + 1].code});
-      ++i;
-    }
   }
 }
 

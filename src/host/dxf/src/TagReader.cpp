@@ -58,6 +58,21 @@ ParseError endsInsideTag(std::size_t line, int code) {
       line, "file ends inside a tag: group code " + std::to_string(code) + " has no value line");
 }
 
+// Line ends counted a block at a time into a byte, which a compiler turns
+// into byte-wide vector sums: moving over a large file costs little more than
+// reading it.
+std::size_t countLineEnds(const char* from, const char* to) {
+  constexpr std::ptrdiff_t kBlock = 255;
+  std::size_t count = 0;
+  for (; to - from >= kBlock; from += kBlock) {
+    unsigned char inBlock = 0;
+    for (std::ptrdiff_t i = 0; i < kBlock; ++i) inBlock += from[i] == '\n' ? 1 : 0;
+    count += inBlock;
+  }
+  for (; from < to; ++from) count += *from == '\n' ? 1 : 0;
+  return count;
+}
+
 }  // namespace
 
 TagReader::TagReader(std::string_view data) : data_(data) {
@@ -71,6 +86,16 @@ TagReader::TagReader(std::string_view data) : data_(data) {
 
 std::optional<Tag> TagReader::next() {
   return read(pos_);
+}
+
+void TagReader::moveTo(std::size_t offset) {
+  const char* data = data_.data();
+  if (offset >= pos_.offset) {
+    pos_.line += countLineEnds(data + pos_.offset, data + offset);
+  } else {
+    pos_.line -= countLineEnds(data + offset, data + pos_.offset);
+  }
+  pos_.offset = offset;
 }
 
 std::optional<Tag> TagReader::peek() const {

@@ -46,6 +46,9 @@ class TagReader {
   Position position() const { return pos_; }
   // Only positions this reader gave out are meaningful.
   void seek(Position position) { pos_ = position; }
+  // Moves to the offset, the start of a line before or after the position,
+  // counting the lines between.
+  void moveTo(std::size_t offset);
 
   std::string_view data() const { return data_; }
 

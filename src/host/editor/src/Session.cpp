@@ -17,7 +17,13 @@ using platform::PromptStatus;
 Session::Session(Console& console, std::unique_ptr<Document> document)
     : prompter_(console),
       ui_(prompter_),
-      document_(document ? std::move(document) : newDocument()) {}
+      document_(document ? std::move(document) : newDocument()) {
+  connectDocument();
+}
+
+void Session::connectDocument() {
+  document_->attached.connect(&aliases_, [this](const std::wstring& text) { print(text); });
+}
 
 Session::~Session() { unloadModule(); }
 
@@ -37,6 +43,7 @@ void Session::replaceDocument(std::unique_ptr<Document> document) {
     retired_.push_back(std::move(document_));
   }
   document_ = std::move(document);
+  connectDocument();
   if (plugin_.isLoaded()) plugin_.send(platform::AppMsg::kLoadDwg);
 }
 

@@ -39,4 +39,8 @@ platform::EntityGeometry& SessionHost::geometry() {
   return session_.document().geometry;
 }
 
+platform::PathAliases& SessionHost::pathAliases() {
+  return session_.pathAliases();
+}
+
 }  // namespace host

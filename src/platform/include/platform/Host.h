@@ -63,6 +63,12 @@ class Host {
     return none;
   }
 
+  // The session's path aliases; a host without them adds none.
+  virtual PathAliases& pathAliases() {
+    static PathAliases none;
+    return none;
+  }
+
   // Functions callable from the host's scripting language; a host without one
   // accepts and ignores them.
   virtual void defineFunction(const std::wstring& /*name*/, int /*index*/) {}

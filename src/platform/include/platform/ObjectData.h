@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/AttachedDrawings.h"
 #include "platform/ObjectId.h"
 #include "platform/OdTypes.h"
 #include "platform/Status.h"
@@ -93,6 +94,12 @@ class Project {
   // Names of the project's tables of the kinds in the mask, in the project's
   // order (ascending code units).
   virtual std::vector<std::wstring> tableNames(int kindMask) const = 0;
+  // The other drawings attached to the project; a project without any
+  // attaches none.
+  virtual DrawingSet& drawingSet() {
+    static DrawingSet none;
+    return none;
+  }
 };
 
 }  // namespace platform

@@ -200,15 +200,17 @@ std::optional<std::wstring> fillRecord(const platform::OdTableDef& def, const st
 
 void odAttachCommand(Session& s) {
   Prompter& p = s.prompter();
-  Database& db = s.db();
   const platform::StringReply name = p.getString(L"Enter table name: ", false);
   if (name.status != PromptStatus::Normal || name.text.empty()) return;
-  const ObjectId tableId = db.findOdTable(name.text);
-  if (tableId.isNull()) {
+  // Through the container, which offers the tables of active attached
+  // drawings too: a record of one of them copies its definition here.
+  const std::unique_ptr<platform::OdTable> found =
+      s.document().project.odContainer().getTable(name.text);
+  if (!found) {
     s.print(L"Table \"" + name.text + L"\" not found.\n");
     return;
   }
-  DbOdTable table(db, tableId);
+  platform::OdTable& table = *found;
   platform::OdRecord record;
   for (;;) {
     table.initRecord(record);

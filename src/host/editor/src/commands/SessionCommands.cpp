@@ -103,6 +103,7 @@ void registerHostCommands(Session& session) {
   registerModifyCommands(session);
   registerBreakCommand(session);
   registerPaletteCommand(session);
+  registerAttachCommands(session);
 }
 
 }  // namespace host

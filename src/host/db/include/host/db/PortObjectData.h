@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/db/Database.h"
+#include "host/db/SourceTables.h"
 #include "platform/ObjectData.h"
 
 namespace host {
@@ -59,9 +60,12 @@ class DbOdTable : public platform::OdTable {
   ObjectId table_;
 };
 
+// Finds the tables that active attached drawings lend as well, after the
+// drawing's own of exactly that name; tableNames lists the drawing's alone.
 class DbOdContainer : public platform::OdContainer {
  public:
-  explicit DbOdContainer(Database& db) : db_(db) {}
+  explicit DbOdContainer(Database& db, const SourceTables* sources = nullptr)
+      : db_(db), sources_(sources) {}
 
   std::vector<std::wstring> tableNames() const override;
   std::unique_ptr<platform::OdRecordIterator> newIterator() override;
@@ -75,18 +79,31 @@ class DbOdContainer : public platform::OdContainer {
 
  private:
   Database& db_;
+  const SourceTables* sources_;
 };
 
 class DbProject : public platform::Project {
  public:
-  explicit DbProject(Database& db) : db_(db), container_(db) {}
+  explicit DbProject(Database& db) : db_(db), container_(db, &sources_) {}
+  DbProject(const DbProject&) = delete;
+  DbProject& operator=(const DbProject&) = delete;
 
   platform::OdContainer& odContainer() override { return container_; }
   std::vector<std::wstring> tableNames(int kindMask) const override;
+  platform::DrawingSet& drawingSet() override {
+    return drawingSet_ != nullptr ? *drawingSet_ : platform::Project::drawingSet();
+  }
+
+  // The set that keeps the project's attached drawings, which live where
+  // files are read; they lend their tables through sourceTables().
+  void setDrawingSet(platform::DrawingSet* set) { drawingSet_ = set; }
+  SourceTables& sourceTables() { return sources_; }
 
  private:
   Database& db_;
+  SourceTables sources_;
   DbOdContainer container_;
+  platform::DrawingSet* drawingSet_ = nullptr;
 };
 
 // Names of the database's tables in ascending code-unit order.

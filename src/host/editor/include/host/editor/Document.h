@@ -12,6 +12,7 @@
 #include "host/db/PortFeatureClasses.h"
 #include "host/db/PortObjectData.h"
 #include "host/dxf/DrawingReader.h"
+#include "host/editor/AttachedDrawings.h"
 #include "host/geometry/PortGeometry.h"
 
 namespace host {
@@ -20,13 +21,19 @@ struct Document {
   // A drawing without a file: the database alone, as tests make it.
   Document() : Document(std::make_unique<Database>(), nullptr) {}
   Document(std::unique_ptr<Database> database, dxf::FileImagePtr fileImage)
-      : owned(std::move(database)), db(*owned), image(std::move(fileImage)) {}
+      : owned(std::move(database)), db(*owned), image(std::move(fileImage)) {
+    project.setDrawingSet(&attached);
+  }
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
 
   std::unique_ptr<Database> owned;
   Database& db;
   // What the drawing's file held; a new drawing's is the template's.
   dxf::FileImagePtr image;
   DbProject project{db};
+  // The drawings attached to the project; they go with the document.
+  AttachedDrawingSet attached{project.sourceTables()};
   DbDrawing drawing{db};
   DbFeatureClasses featureClasses{db};
   DbEntityGeometry geometry{db};

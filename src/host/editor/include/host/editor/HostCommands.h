@@ -19,5 +19,6 @@ void registerBlockCommands(Session& session);
 void registerModifyCommands(Session& session);
 void registerBreakCommand(Session& session);
 void registerPaletteCommand(Session& session);
+void registerAttachCommands(Session& session);
 
 }  // namespace host

@@ -21,6 +21,7 @@
 #include "host/editor/Console.h"
 #include "host/editor/Document.h"
 #include "host/editor/ModuleCommandStack.h"
+#include "host/editor/PathAliasTable.h"
 #include "host/editor/PluginLoader.h"
 #include "host/editor/PromptUi.h"
 #include "host/editor/Prompter.h"
@@ -89,6 +90,7 @@ class Session {
   SessionEditor& editor() { return editor_; }
   SessionDocuments& documents() { return documents_; }
   ModuleCommandStack& moduleCommands() { return moduleCommands_; }
+  PathAliasTable& pathAliases() { return aliases_; }
   platform::DynamicLinker& linker() { return linker_; }
 
  private:
@@ -106,6 +108,8 @@ class Session {
   // Runs the body; false when it threw, having said so.
   bool runCaught(const std::wstring& name, const std::function<void()>& body);
   void endOutermostCommand(bool keepsPickFirst);
+  // Lets the document's attached drawings resolve the session's aliases.
+  void connectDocument();
 
   Prompter prompter_;
   PromptUi ui_;
@@ -114,6 +118,7 @@ class Session {
   // closes on the drawing it was opened on.
   std::vector<std::unique_ptr<Document>> retired_;
   std::map<std::wstring, HostCommand> hostCommands_;
+  PathAliasTable aliases_;
   SessionEditor editor_{*this};
   SessionDocuments documents_{*this};
   ModuleCommandStack moduleCommands_;

@@ -24,6 +24,7 @@ class SessionHost : public platform::Host {
   platform::FeatureClasses& featureClasses() override;
   platform::EntityGeometry& geometry() override;
   platform::Files& files() override { return files_; }
+  platform::PathAliases& pathAliases() override;
 
  private:
   Session& session_;
