@@ -90,6 +90,15 @@ class Drawing {
     return Status::Failed;
   }
 
+  // Gives the target the source's colour, layer, linetype, line weight,
+  // visibility, transparency, linetype scale, plot style and hyperlinks, as
+  // far as the host keeps them; Failed if either won't open. A host that keeps
+  // no more than EntityProperties carries those.
+  virtual Status copyEntityProperties(ObjectId target, ObjectId source) {
+    const std::optional<EntityProperties> properties = entityProperties(source);
+    return properties ? setEntityProperties(target, *properties) : Status::Failed;
+  }
+
   // Objects a module adds to the drawing for good, each within the command's
   // undo step; a host that makes none answers null.
   // A layer thawed, on and unlocked, in that colour; null if the name is taken.

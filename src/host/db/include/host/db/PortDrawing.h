@@ -27,6 +27,7 @@ class DbDrawing : public platform::Drawing {
   std::optional<platform::EntityProperties> entityProperties(ObjectId entity) const override;
   platform::Status setEntityProperties(ObjectId entity,
                                        const platform::EntityProperties& properties) override;
+  platform::Status copyEntityProperties(ObjectId target, ObjectId source) override;
   ObjectId addLayer(const std::wstring& name, const platform::RgbColor& color) override;
   ObjectId addBlock(const std::wstring& name, const platform::Point3d& origin) override;
   ObjectId addCircle(ObjectId block, const platform::Point3d& center, double radius,
