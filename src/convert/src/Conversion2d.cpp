@@ -47,20 +47,18 @@ Built fromVertices(ObjectId source, EntityClass kind) {
 // a result that leaves the plane gives its X and Y to a polyline of the
 // module's, one in the plane becomes the polyline itself.
 Built fromConic(ObjectId source, int precision) {
-  const ObjectId polyline = geometry().newPolyline();
-  if (polyline.isNull()) return {};
   const ObjectId result = approximate(source, precision);
-  const bool leavesPlane =
-      !result.isNull() && geometry().entityClass(result) == EntityClass::Polyline3d;
-  if (leavesPlane) {
-    addVerticesReversed(polyline, takeVertices(result, false));
-  } else {
-    geometry().release(polyline);
+  if (result.isNull()) return {};
+  Built built{result};
+  if (geometry().entityClass(result) == EntityClass::Polyline3d) {
+    // The empty polyline the vertices go to is made only when it is needed.
+    const std::vector<Point3d> points = takeVertices(result, false);
+    built.id = geometry().newPolyline();
+    if (built.empty()) return {};
+    addVerticesReversed(built.id, points);
   }
-  const ObjectId built = leavesPlane ? polyline : result;
-  if (built.isNull()) return {};
-  setElevation(built, geometry().center(source).value_or(Point3d{}).z);
-  return {built};
+  setElevation(built.id, geometry().center(source).value_or(Point3d{}).z);
+  return built;
 }
 
 // A spline's own polyline, closed as the spline is; one that leaves the plane
@@ -84,7 +82,7 @@ Built fromSpline(ObjectId source, int precision) {
 }  // namespace
 
 ObjectId convertTo2dPolyline(ObjectId entity, int precision) {
-  if (!port().drawing().canOpen(entity)) return ObjectId();
+  // An entity that won't open has the class Unknown, which has no row.
   const EntityClass kind = geometry().entityClass(entity);
   Built built;
   switch (kind) {
