@@ -77,16 +77,19 @@ int buildCurves(host::Database& db) {
   return kCurves;
 }
 
-void BM_To2dPolylines(benchmark::State& state) {
+// Runs the command over all of model space, at its default precision or the
+// one given; every curve of the kind converts but what the command leaves.
+void convertBenchmark(benchmark::State& state, const wchar_t* command, const char* answers,
+                      host::EntityKind made, std::size_t expected) {
   static Fixture f(buildCurves);
   host::Database& db = f.session.db();
   std::size_t polylines = 0;
   for (auto _ : state) {
-    f.run(L"ZARVEL_2POLY", "\n\n");
+    f.run(command, answers);
     state.PauseTiming();
     polylines = 0;
     for (platform::ObjectId id : db.blockEntities(db.modelSpace())) {
-      polylines += db.entity(id)->kind() == host::EntityKind::LwPolyline ? 1 : 0;
+      polylines += db.entity(id)->kind() == made ? 1 : 0;
     }
     f.run(L"UNDO", "1\n");
     // What UNDO left to redo goes when the next command changes the drawing:
@@ -96,10 +99,19 @@ void BM_To2dPolylines(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * kCurves);
   state.counters["polylines"] = static_cast<double>(polylines);
-  if (polylines != kCurves) state.SkipWithError("not every curve became a polyline");
+  if (polylines != expected) state.SkipWithError("a curve that converts did not");
+}
+
+void BM_To2dPolylines(benchmark::State& state) {
+  convertBenchmark(state, L"ZARVEL_2POLY", "\n\n", host::EntityKind::LwPolyline, kCurves);
+}
+// The 3D polylines of the drawing stay, and all else becomes one.
+void BM_To3dPolylines(benchmark::State& state) {
+  convertBenchmark(state, L"ZARVEL_23DPOLY", "10\n\n", host::EntityKind::Polyline3d, kCurves);
 }
 
 BENCHMARK(BM_To2dPolylines)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_To3dPolylines)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace
 
