@@ -82,7 +82,7 @@ Built fromSpline(ObjectId source, int precision) {
 }  // namespace
 
 ObjectId convertTo2dPolyline(ObjectId entity, int precision) {
-  // An entity that won't open has the class Unknown, which has no row.
+  // An entity that won't open has the class Unknown, which converts to nothing.
   const EntityClass kind = geometry().entityClass(entity);
   Built built;
   switch (kind) {

@@ -82,7 +82,7 @@ Built build(ObjectId source, EntityClass kind, int precision) {
 }  // namespace
 
 ObjectId convertTo3dPolyline(ObjectId entity, int precision) {
-  // An entity that won't open has the class Unknown, which has no row.
+  // An entity that won't open has the class Unknown, which converts to nothing.
   const Built built = build(entity, geometry().entityClass(entity), precision);
   return built.empty() ? ObjectId() : finishConversion(built, entity);
 }
