@@ -46,7 +46,7 @@ TEST_F(FrameTest, UnloadRemovesEverythingItRegistered) {
 }
 
 TEST_F(FrameTest, CommandsNotBuiltYetSayTheyDidNothing) {
-  run(L"ZARVEL_2POLY");
+  run(L"ZARVEL_TABLE");
   EXPECT_EQ(host.printed, L"Error. Operation unsuccessful.\n");
 }
 

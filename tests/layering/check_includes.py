@@ -12,7 +12,7 @@ import re
 import sys
 
 MODULE = ["frame", "oddata", "search", "records", "resources", "values", "tableeditor",
-          "tables", "attributes", "report", "conversion", "grid"]
+          "tables", "attributes", "report", "conversion", "convert", "grid"]
 MODULE_PREFIXES = [m + "/" for m in MODULE]
 # The grid stands on no Object Data type.
 OD_HEADERS = ["platform/ObjectData.h", "platform/OdTypes.h", "platform/OdValue.h",

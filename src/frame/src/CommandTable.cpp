@@ -2,6 +2,7 @@
 // of registration. A command whose body is not built yet is still registered,
 // and says that it did nothing.
 #include "attributes/AttributeCommands.h"
+#include "convert/PolylineConversion.h"
 #include "frame/CommandsPalette.h"
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
@@ -64,10 +65,10 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_SETID", kFlags, commandSetId},
       {L"ZARVEL_SETPROP", kFlags, commandSetProp},
       {L"ZARVEL_REPLACE", kFlags, commandReplace},
-      {L"ZARVEL_2POLY", kFlags, commandNotAvailable},
+      {L"ZARVEL_2POLY", kFlags, command2Poly},
       {L"ZARVEL_ADDVAL", kFlags, commandAddVal},
       {L"ZARVEL_ADDVAL_OD2OD", kFlags, commandAddValOd2Od},
-      {L"ZARVEL_23DPOLY", kFlags, commandNotAvailable},
+      {L"ZARVEL_23DPOLY", kFlags, command23DPoly},
       {L"ZARVEL_RMUNUSED", kFlags, commandRmUnused},
       {L"ZARVEL_STAT", kFlags, commandStat},
       {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},

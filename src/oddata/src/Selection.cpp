@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <set>
 #include <unordered_set>
+#include <utility>
 
 #include "oddata/Port.h"
 
@@ -91,8 +92,10 @@ bool isOnVisibleLayer(ObjectId id) {
 
 void setPickFirst(const std::vector<ObjectId>& ids) { port().editor().setPickFirst(ids); }
 
-SelectionResult commandScope() {
-  SelectionResult scope{true, impliedSelection()};
+SelectionResult commandScope() { return commandScope(impliedSelection()); }
+
+SelectionResult commandScope(std::vector<ObjectId> implied) {
+  SelectionResult scope{true, std::move(implied)};
   if (scope.ids.empty()) {
     scope = promptSelection();
     if (!scope.ok) return scope;

@@ -57,6 +57,38 @@ TEST_F(PortGeometryTest, ABulgedPolylineExplodesIntoCurvesThatAnswerLikeEntities
   EXPECT_EQ(geometry.entityClass(spline), EntityClass::Unknown);
 }
 
+TEST_F(PortGeometryTest, BuiltPolylinesTakeTheirEditsAndJoinModelSpaceOnce) {
+  const ObjectId line = add(LineEntity{});
+  const ObjectId lw = geometry.newPolyline();
+  for (const auto& [index, x] : {std::pair{0u, 1.0}, {0u, 2.0}, {9u, 3.0}, {1u, 4.0}}) {
+    EXPECT_EQ(geometry.addVertexAt(lw, index, {x, 0.0}), platform::Status::Ok);
+  }
+  EXPECT_EQ(geometry.setElevation(lw, 2.5), platform::Status::Ok);
+  EXPECT_EQ(geometry.setClosed(lw, true), platform::Status::Ok);
+  // Each edit of the other kind, or of a line, is refused.
+  const ObjectId p3d = geometry.newPolyline3d();
+  EXPECT_EQ(geometry.appendVertex(lw, {}), platform::Status::Failed);
+  EXPECT_EQ(geometry.addVertexAt(p3d, 0, {}), platform::Status::Failed);
+  EXPECT_EQ(geometry.setElevation(p3d, 1.0), platform::Status::Failed);
+  EXPECT_EQ(geometry.setClosed(line, true), platform::Status::Failed);
+  EXPECT_EQ(geometry.appendVertex(p3d, {1, 2, 3}), platform::Status::Ok);
+
+  const ObjectId added = geometry.appendToModelSpace(lw);
+  ASSERT_FALSE(added.isNull());
+  EXPECT_EQ(db.blockEntities(db.modelSpace()).back(), added);
+  EXPECT_EQ(geometry.vertices(added),
+            (std::vector<Point3d>{{2, 0, 2.5}, {4, 0, 2.5}, {1, 0, 2.5}, {3, 0, 2.5}}));
+  EXPECT_TRUE(geometry.isClosed(added));
+  EXPECT_TRUE(geometry.appendToModelSpace(added).isNull());
+  EXPECT_TRUE(geometry.appendToModelSpace(line).isNull());
+  // A 3D polyline's vertices take handles of their own after the polyline's.
+  const auto* p = db.get<Polyline3dEntity>(geometry.appendToModelSpace(p3d));
+  ASSERT_NE(p, nullptr);
+  EXPECT_EQ(p->vertices.at(0).handle, p->handle + 1);
+  EXPECT_EQ(p->seqendHandle, p->handle + 2);
+  EXPECT_EQ(geometry.heldCurves(), 0u);
+}
+
 TEST_F(PortGeometryTest, LinesMeetAndMeasure) {
   const ObjectId ia = add(line({0, 0, 0}, {10, 10, 0}));
   const ObjectId ib = add(line({0, 10, 0}, {10, 0, 0}));

@@ -196,6 +196,13 @@ platform::Status DbDrawing::setAttributeText(ObjectId attribute, const std::wstr
   return platform::Status::Ok;
 }
 
+platform::Status DbDrawing::copyEntityProperties(ObjectId target, ObjectId source) {
+  const Entity* from = db_.openEntity(source);
+  if (from == nullptr || db_.openEntity(target) == nullptr) return platform::Status::Failed;
+  if (target != source) copyCommonProperties(*from, *db_.modify<Entity>(target));
+  return platform::Status::Ok;
+}
+
 ObjectId DbDrawing::addLayer(const std::wstring& name, const platform::RgbColor& color) {
   if (name.empty() || !db_.findLayer(name).isNull()) return ObjectId();
   const ObjectId id = db_.addLayer(name);

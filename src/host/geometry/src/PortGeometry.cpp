@@ -132,6 +132,7 @@ std::vector<Point3d> DbEntityGeometry::vertices(ObjectId id) const {
     case CurveKind::LwPolyline: {
       const auto& p = static_cast<const LwPolylineEntity&>(*e);
       std::vector<Point3d> points;
+      points.reserve(p.vertices.size());
       for (int i = 0; i < geometry::numVerts(p); ++i) points.push_back(geometry::getPointAt(p, i));
       return points;
     }

@@ -293,7 +293,9 @@ std::unique_ptr<Entity> toPolyline(const SplineEntity& spline, int precision) {
   const std::size_t steps =
       std::max<std::size_t>(1, std::min<std::size_t>(static_cast<std::size_t>(precision),
                                                      (std::size_t{1} << 22) / spanCount));
-  std::vector<Point3d> vertices{curve.at(spans.front())};
+  std::vector<Point3d> vertices;
+  vertices.reserve(1 + (spans.size() - 1) * steps);
+  vertices.push_back(curve.at(spans.front()));
   for (std::size_t i = 1; i < spans.size(); ++i) {
     for (std::size_t s = 1; s <= steps; ++s) {
       const double f = static_cast<double>(s) / static_cast<double>(steps);
@@ -321,11 +323,13 @@ std::unique_ptr<Entity> toPolyline(const SplineEntity& spline, int precision) {
     auto lw = std::make_unique<LwPolylineEntity>();
     lw->elevation = curve.points().front().z;
     lw->closed = spline.closed();
+    lw->vertices.reserve(vertices.size());
     for (const Point3d& v : vertices) lw->vertices.push_back({v.x, v.y, 0.0});
     result = std::move(lw);
   } else {
     auto pl = std::make_unique<Polyline3dEntity>();
     pl->flags = static_cast<std::int16_t>(8 | (spline.closed() ? 1 : 0));
+    pl->vertices.reserve(vertices.size());
     for (const Point3d& v : vertices) {
       PolylineVertex vertex;
       vertex.position = v;

@@ -35,6 +35,8 @@ void setPickFirst(const std::vector<ObjectId>& ids);
 // The entities a command works on: pick-first set, else a prompt, else all of
 // model space; then dropUnavailableEntities. ok is false when cancelled.
 SelectionResult commandScope();
+// The same for a pick-first set that the command took before its own prompts.
+SelectionResult commandScope(std::vector<ObjectId> implied);
 
 void lockDoc();
 platform::Status unlockDoc();

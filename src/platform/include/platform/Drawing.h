@@ -105,6 +105,14 @@ class Drawing {
   virtual Status setAttributeText(ObjectId /*attribute*/, const std::wstring& /*text*/) {
     return Status::Failed;
   }
+  // Gives the target the source's colour, layer, linetype, line weight,
+  // visibility, transparency, linetype scale, plot style and hyperlinks, as
+  // far as the host keeps them; Failed if either won't open. A host that keeps
+  // no more than EntityProperties carries those.
+  virtual Status copyEntityProperties(ObjectId target, ObjectId source) {
+    const std::optional<EntityProperties> properties = entityProperties(source);
+    return properties ? setEntityProperties(target, *properties) : Status::Failed;
+  }
 
   // Objects a module adds to the drawing for good, each within the command's
   // undo step; a host that makes none answers null.

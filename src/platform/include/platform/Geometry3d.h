@@ -5,6 +5,7 @@
 // they have ids like entities and answer the same questions until released.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -13,6 +14,7 @@
 #include "platform/EntityClass.h"
 #include "platform/Geometry.h"
 #include "platform/ObjectId.h"
+#include "platform/Status.h"
 
 namespace platform {
 
@@ -56,6 +58,9 @@ class EntityGeometry {
   virtual std::vector<Point3d> vertices(ObjectId entity) const = 0;
   virtual std::vector<double> bulges(ObjectId polyline) const = 0;
   virtual std::vector<Point3d> fitPoints(ObjectId spline) const = 0;
+  // An arc's, circle's or ellipse's centre in world coordinates; nothing for
+  // other classes, or from a host that cannot tell it.
+  virtual std::optional<Point3d> center(ObjectId /*curve*/) const { return std::nullopt; }
   // A point's, a text's or a block reference's insertion point.
   virtual std::optional<Point3d> position(ObjectId entity) const = 0;
   // A text's or attribute's string; an mtext's with its formatting codes.
@@ -76,6 +81,32 @@ class EntityGeometry {
   // The polyline a spline becomes at a precision; null below 1.
   virtual ObjectId toPolyline(ObjectId spline, int precision) = 0;
   virtual void release(ObjectId curve) = 0;
+
+  // Polylines the caller builds: curves of its own, empty at first, until it
+  // appends them to model space or releases them. Null from a host that
+  // makes none. A lightweight one lies in the plane of XY at its elevation.
+  virtual ObjectId newPolyline() { return ObjectId(); }
+  virtual ObjectId newPolyline3d() { return ObjectId(); }
+  // Edits of such a polyline, or of one of the drawing within the command's
+  // undo step. Failed for an id of another class or that won't open.
+  // A straight vertex of default width, put in front of the one at the index
+  // (at the end for an index of the vertex count).
+  virtual Status addVertexAt(ObjectId /*polyline*/, std::size_t /*index*/,
+                             const Point2d& /*point*/) {
+    return Status::Failed;
+  }
+  virtual Status setElevation(ObjectId /*polyline*/, double /*elevation*/) {
+    return Status::Failed;
+  }
+  virtual Status appendVertex(ObjectId /*polyline3d*/, const Point3d& /*point*/) {
+    return Status::Failed;
+  }
+  // Either kind of polyline.
+  virtual Status setClosed(ObjectId /*polyline*/, bool /*closed*/) { return Status::Failed; }
+  // Makes a curve of the caller's (a built polyline, or one that toPolyline
+  // gave) an entity of model space, within the command's undo step: the id
+  // it has from then on, or null, the curve kept, when it can't be added.
+  virtual ObjectId appendToModelSpace(ObjectId /*curve*/) { return ObjectId(); }
 };
 
 }  // namespace platform

@@ -31,6 +31,7 @@ class DbDrawing : public platform::Drawing {
   std::vector<ObjectId> attributeIds(ObjectId reference) const override;
   std::optional<std::wstring> attributeTag(ObjectId attribute) const override;
   platform::Status setAttributeText(ObjectId attribute, const std::wstring& text) override;
+  platform::Status copyEntityProperties(ObjectId target, ObjectId source) override;
   ObjectId addLayer(const std::wstring& name, const platform::RgbColor& color) override;
   ObjectId addBlock(const std::wstring& name, const platform::Point3d& origin) override;
   ObjectId addCircle(ObjectId block, const platform::Point3d& center, double radius,

@@ -28,6 +28,7 @@ class DbEntityGeometry : public platform::EntityGeometry {
   std::vector<Point3d> vertices(ObjectId entity) const override;
   std::vector<double> bulges(ObjectId polyline) const override;
   std::vector<Point3d> fitPoints(ObjectId spline) const override;
+  std::optional<Point3d> center(ObjectId curve) const override;
   std::optional<Point3d> position(ObjectId entity) const override;
   std::optional<std::wstring> text(ObjectId entity) const override;
   std::optional<std::wstring> plainText(ObjectId entity) const override;
@@ -36,6 +37,15 @@ class DbEntityGeometry : public platform::EntityGeometry {
   ObjectId spline(ObjectId curve) override;
   ObjectId toPolyline(ObjectId spline, int precision) override;
   void release(ObjectId curve) override;
+  // Polylines the caller builds (PortPolylines.cpp).
+  ObjectId newPolyline() override;
+  ObjectId newPolyline3d() override;
+  platform::Status addVertexAt(ObjectId polyline, std::size_t index,
+                               const platform::Point2d& point) override;
+  platform::Status setElevation(ObjectId polyline, double elevation) override;
+  platform::Status appendVertex(ObjectId polyline3d, const Point3d& point) override;
+  platform::Status setClosed(ObjectId polyline, bool closed) override;
+  ObjectId appendToModelSpace(ObjectId curve) override;
 
   // Curves made for the caller and not yet released, for tests of callers
   // that must release them.
@@ -45,6 +55,10 @@ class DbEntityGeometry : public platform::EntityGeometry {
   // An entity of the drawing that opens, or a curve made for the caller.
   const Entity* find(ObjectId id) const;
   ObjectId keep(std::unique_ptr<Entity> curve);
+  // A curve made for the caller, or an entity of the drawing saved for undo,
+  // to be changed; null if it is none or not a T.
+  template <typename T>
+  T* edit(ObjectId id);
 
   Database& db_;
   // Ids of made curves count down from the top, far from the drawing's.
