@@ -1,6 +1,7 @@
 // The command table: every command the user can start by name, in the order
 // of registration. A command whose body is not built yet is still registered,
 // and says that it did nothing.
+#include "frame/BreakCommand.h"
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
 #include "records/AttachData.h"
@@ -69,7 +70,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_STAT", kFlags, commandStat},
       {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
-      {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
+      {L"ZARVEL_BREAK", kFlags, commandBreak},
       {L"ZARVEL_ABOUT", kFlags, commandNotAvailable},
       {L"ZARVEL_EXPL", kFlags, commandExpl},
       {L"ZARVEL_TRANSLATE", kFlags, commandTranslate},

@@ -2,6 +2,9 @@
 // application framework carries by default.
 #include "frame/CzarvelApp.h"
 
+#include "frame/BreakCommand.h"
+#include "frame/DocData.h"
+#include "frame/HostCommandWatch.h"
 #include "oddata/Port.h"
 #include "oddata/Selection.h"
 #include "records/AttachOD.h"
@@ -40,11 +43,16 @@ struct LispEntry {
 
 const LispEntry kLispEntries[] = {{L"MyLispFunction", myLispFunction}};
 
+// Made with the module, as the static tables are.
+DocDataManager theDocDataManager;
+
 platform::Host* hostOf(void* packet) {
   return packet != nullptr ? static_cast<AppPacket*>(packet)->host : nullptr;
 }
 
 }  // namespace
+
+DocDataManager& docDataManager() { return theDocDataManager; }
 
 CzarvelApp& theApp() {
   static CzarvelApp app;
@@ -99,6 +107,10 @@ int CzarvelApp::onUnloadApp(void* /*packet*/) {
   // The dialogs' remembered choices last as long as the module stays loaded.
   SelectByOD::forgetRemembered();
   AttachOD::forgetRemembered();
+  // A break still waiting for the host's command would be called back into a
+  // module that is gone.
+  if (detail::breakCommandWatch().active()) detail::breakCommandWatch().stop();
+  forgetBreakEntries();
   setPort(nullptr);
   return kRetOk;
 }

@@ -27,6 +27,12 @@ std::wstring keywordPrompt(const std::wstring& message, const Keywords& keywords
 platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions,
                                     Console::Answers answers) {
   std::optional<std::wstring> line;
+  if (cancelPosted_) {
+    cancelPosted_ = false;
+    ++cancels_;
+    console_.showCancelled(prompt);
+    return {PromptStatus::Cancel, {}};
+  }
   if (!queued_.empty()) {
     // An answer a command call gave beforehand, shown as if typed.
     line = queued_.front();
@@ -55,6 +61,8 @@ platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& 
 
 std::optional<platform::StringReply> Prompter::getCommand(const std::wstring& prompt,
                                                           const Keywords& commandNames) {
+  // A cancel posted while no command runs has nothing to end.
+  cancelPosted_ = false;
   std::optional<std::wstring> line = console_.readAnswer(prompt, commandNames);
   if (!line) {
     inputEnded_ = true;

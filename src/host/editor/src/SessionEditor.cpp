@@ -64,7 +64,8 @@ platform::StringReply SessionEditor::getString(const std::wstring& prompt, bool 
 }
 
 platform::EntityReply SessionEditor::getEntity(const std::wstring& prompt) {
-  platform::StringReply reply = session_.prompter().ask(prompt);
+  // A caller that gives no words of its own gets the host's.
+  platform::StringReply reply = session_.prompter().ask(prompt.empty() ? L"Select object: " : prompt);
   if (reply.status != PromptStatus::Normal) return {reply.status, {}, {}};
   const Database& db = session_.db();
   const std::wstring_view text = trimBlanks(reply.text);
@@ -155,6 +156,10 @@ platform::PromptStatus SessionEditor::command(
       break;
   }
   return PromptStatus::Error;
+}
+
+void SessionEditor::postCommand(const std::wstring& command) {
+  if (platform::equalsIgnoreCase(command, L"CANCELCMD")) session_.prompter().postCancel();
 }
 
 template <typename Event>

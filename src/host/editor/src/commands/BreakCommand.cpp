@@ -1,4 +1,5 @@
-// BREAK: takes a stretch out of a curve. The source keeps its id and one part;
+// BREAK: takes a stretch out of a curve (a line, arc, circle, ellipse,
+// polyline or spline). The source keeps its id and one part;
 // another part becomes an entity of its own, with the source's properties but
 // not its extension dictionary, so it carries no Object Data.
 #include "host/editor/CommandHelpers.h"
@@ -15,10 +16,12 @@ using platform::PromptStatus;
 // Vertices of an old-style polyline, and the mark after them, are objects of
 // their own in a file; pieces get handles of their own.
 void giveVertexHandles(Database& db, Entity& e) {
-  if (e.kind() != EntityKind::Polyline3d) return;
-  auto& p = static_cast<Polyline3dEntity&>(e);
-  for (PolylineVertex& v : p.vertices) v.handle = db.takeHandle();
-  if (p.seqendHandle == 0) p.seqendHandle = db.takeHandle();
+  auto renumber = [&db](auto& p) {
+    for (PolylineVertex& v : p.vertices) v.handle = db.takeHandle();
+    if (p.seqendHandle == 0) p.seqendHandle = db.takeHandle();
+  };
+  if (e.kind() == EntityKind::Polyline3d) renumber(static_cast<Polyline3dEntity&>(e));
+  if (e.kind() == EntityKind::Polyline2d) renumber(static_cast<Polyline2dEntity&>(e));
 }
 
 void breakCommand(Session& s) {
@@ -52,13 +55,14 @@ void breakCommand(Session& s) {
   if (!picked.picked && second.status == PromptStatus::Normal && first == Point3d{}) {
     first = second.value;
   }
-  const auto near1 = geometry::nearestPoint(entity, first);
-  const auto near2 = geometry::nearestPoint(entity, second.value);
+  // Points are picked in a plan view: each meets the curve along Z.
+  const auto near1 = geometry::nearestPointInPlan(entity, first);
+  const auto near2 = geometry::nearestPointInPlan(entity, second.value);
   geometry::BreakResult result;
   if (near1 && near2) {
     result = geometry::breakCurve(entity, near1->param, near2->param);
   } else {
-    result.error = L"Only lines, arcs, circles and polylines can be broken.";
+    result.error = L"Only curves can be broken.";
   }
   if (!result.source) {
     s.print(result.error + L"\n");

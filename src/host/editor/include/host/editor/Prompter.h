@@ -53,6 +53,9 @@ class Prompter {
     queued_.insert(queued_.end(), answers.begin(), answers.end());
   }
   void clearQueuedAnswers() { queued_.clear(); }
+  // The next prompt of the running command is cancelled, as if Esc were
+  // pressed there; the "Command: " prompt forgets it.
+  void postCancel() { cancelPosted_ = true; }
 
   // One answer with the cancel convention applied: Cancel, None for an empty
   // answer, or Normal with the answer as typed. The base of the other prompts.
@@ -102,6 +105,7 @@ class Prompter {
   Console& console_;
   bool inputEnded_ = false;
   int cancels_ = 0;
+  bool cancelPosted_ = false;
   std::deque<std::wstring> queued_;
 };
 

@@ -31,6 +31,8 @@ class SessionEditor : public platform::Editor {
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
   platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
   platform::PromptStatus command(const std::vector<platform::CommandArgument>& arguments) override;
+  // Only "CANCELCMD" is understood: the running command's next prompt is cancelled.
+  void postCommand(const std::wstring& command) override;
   void addReactor(platform::EditorReactor* reactor) override;
   void removeReactor(platform::EditorReactor* reactor) override;
 
