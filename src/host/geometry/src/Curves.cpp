@@ -588,12 +588,39 @@ Nearest pathNearestInPlan(const Path& path, const Point3d& to) {
   return best;
 }
 
+// The normal of a curve that lies in a plane by its kind; nothing for one
+// that need not.
+std::optional<Point3d> planeNormal(const Entity& curve, CurveKind kind) {
+  switch (kind) {
+    case CurveKind::Arc: return static_cast<const ArcEntity&>(curve).normal;
+    case CurveKind::Circle: return static_cast<const CircleEntity&>(curve).normal;
+    case CurveKind::Ellipse: return static_cast<const EllipseEntity&>(curve).normal;
+    case CurveKind::LwPolyline: return static_cast<const LwPolylineEntity&>(curve).normal;
+    case CurveKind::Polyline2d: return static_cast<const Polyline2dEntity&>(curve).normal;
+    case CurveKind::Line:
+    case CurveKind::Polyline3d:
+    case CurveKind::Spline:
+    case CurveKind::Mline:
+      break;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<Nearest> nearestPointInPlan(const Entity& curve, const Point3d& to) {
   const std::optional<ParamRange> range = paramRange(curve);
   const std::optional<CurveKind> kind = curveKindOf(curve.kind());
   if (!range || !kind) return std::nullopt;
+  // A curve in a level plane is met where the point, brought to the plane's
+  // height, is nearest: the exact answer the kind already gives.
+  if (const std::optional<Point3d> normal = planeNormal(curve, *kind);
+      normal && normal->x == 0.0 && normal->y == 0.0) {
+    const Point3d onCurve = *pointAtParam(curve, range->start);
+    std::optional<Nearest> nearest = nearestPoint(curve, {to.x, to.y, onCurve.z});
+    if (nearest) nearest->distance = distance(flat(nearest->point), flat(to));
+    return nearest;
+  }
   std::vector<double> samples;
   switch (*kind) {
     case CurveKind::Line:
