@@ -52,7 +52,9 @@ platform::Host* hostOf(void* packet) {
 
 }  // namespace
 
-DocDataManager& docDataManager() { return theDocDataManager; }
+DocDataManager& docDataManager() {
+  return theDocDataManager;
+}
 
 CzarvelApp& theApp() {
   static CzarvelApp app;

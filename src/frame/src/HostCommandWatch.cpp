@@ -55,8 +55,12 @@ void command::commandEnded(const std::wstring& name) {
   if (callback_ != nullptr) callback_(value_);
 }
 
-void command::commandCancelled(const std::wstring& name) { endedWithout(name); }
-void command::commandFailed(const std::wstring& name) { endedWithout(name); }
+void command::commandCancelled(const std::wstring& name) {
+  endedWithout(name);
+}
+void command::commandFailed(const std::wstring& name) {
+  endedWithout(name);
+}
 
 void command::endedWithout(const std::wstring& name) {
   if (matches(name)) stop();

@@ -65,7 +65,8 @@ platform::StringReply SessionEditor::getString(const std::wstring& prompt, bool 
 
 platform::EntityReply SessionEditor::getEntity(const std::wstring& prompt) {
   // A caller that gives no words of its own gets the host's.
-  platform::StringReply reply = session_.prompter().ask(prompt.empty() ? L"Select object: " : prompt);
+  platform::StringReply reply =
+      session_.prompter().ask(prompt.empty() ? L"Select object: " : prompt);
   if (reply.status != PromptStatus::Normal) return {reply.status, {}, {}};
   const Database& db = session_.db();
   const std::wstring_view text = trimBlanks(reply.text);

@@ -107,8 +107,7 @@ BreakResult breakEllipse(const EllipseEntity& ellipse, const ParamRange& range, 
   BreakResult r;
   auto kept = std::make_unique<EllipseEntity>(ellipse);
   if (isClosed(ellipse)) {
-    if (std::fabs(first - second) < kEps ||
-        std::fabs(std::fabs(first - second) - kTwoPi) < kEps) {
+    if (std::fabs(first - second) < kEps || std::fabs(std::fabs(first - second) - kTwoPi) < kEps) {
       r.error = L"An ellipse breaks between two different points.";
       return r;
     }

@@ -546,7 +546,9 @@ std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
 
 namespace {
 
-Point3d flat(const Point3d& p) { return {p.x, p.y, 0.0}; }
+Point3d flat(const Point3d& p) {
+  return {p.x, p.y, 0.0};
+}
 
 // The nearest parameter, in plan, of a smooth curve given by its points: the
 // tangent is a central difference, one-sided at the ends.
@@ -592,11 +594,16 @@ Nearest pathNearestInPlan(const Path& path, const Point3d& to) {
 // that need not.
 std::optional<Point3d> planeNormal(const Entity& curve, CurveKind kind) {
   switch (kind) {
-    case CurveKind::Arc: return static_cast<const ArcEntity&>(curve).normal;
-    case CurveKind::Circle: return static_cast<const CircleEntity&>(curve).normal;
-    case CurveKind::Ellipse: return static_cast<const EllipseEntity&>(curve).normal;
-    case CurveKind::LwPolyline: return static_cast<const LwPolylineEntity&>(curve).normal;
-    case CurveKind::Polyline2d: return static_cast<const Polyline2dEntity&>(curve).normal;
+    case CurveKind::Arc:
+      return static_cast<const ArcEntity&>(curve).normal;
+    case CurveKind::Circle:
+      return static_cast<const CircleEntity&>(curve).normal;
+    case CurveKind::Ellipse:
+      return static_cast<const EllipseEntity&>(curve).normal;
+    case CurveKind::LwPolyline:
+      return static_cast<const LwPolylineEntity&>(curve).normal;
+    case CurveKind::Polyline2d:
+      return static_cast<const Polyline2dEntity&>(curve).normal;
     case CurveKind::Line:
     case CurveKind::Polyline3d:
     case CurveKind::Spline:

@@ -337,8 +337,7 @@ std::unique_ptr<SplineEntity> joinedSplines(const SplineEntity& first, const Spl
   joined->controlPoints.insert(joined->controlPoints.end(), second.controlPoints.begin() + 1,
                                second.controlPoints.end());
   if (!first.weights.empty()) {
-    joined->weights.insert(joined->weights.end(), second.weights.begin() + 1,
-                           second.weights.end());
+    joined->weights.insert(joined->weights.end(), second.weights.begin() + 1, second.weights.end());
   }
   return joined;
 }

@@ -123,9 +123,7 @@ class Drawing {
   // each copy belongs to no drawing and stays with the host, under its token,
   // until it is released. An entity without a dictionary (or one that won't
   // open, or a host that keeps none) has no entries.
-  virtual std::vector<ExtensionEntryCopy> copyExtensionEntries(ObjectId /*entity*/) {
-    return {};
-  }
+  virtual std::vector<ExtensionEntryCopy> copyExtensionEntries(ObjectId /*entity*/) { return {}; }
   // Puts a fresh copy of a kept one into the entity's extension dictionary
   // under the name, making the dictionary if the entity has none; Failed if
   // the entity won't open for write or the token names no kept copy.
