@@ -630,9 +630,12 @@ std::optional<Nearest> nearestPointInPlan(const Entity& curve, const Point3d& to
   }
   std::vector<double> samples;
   switch (*kind) {
-    case CurveKind::Line:
-      samples = {range->start, range->end};
-      break;
+    case CurveKind::Line: {
+      const auto& line = static_cast<const LineEntity&>(curve);
+      const double fraction = lineFraction(flat(line.start), flat(line.end), flat(to));
+      const Point3d point = lerp(line.start, line.end, fraction);
+      return Nearest{fraction * range->end, point, distance(flat(point), flat(to))};
+    }
     case CurveKind::Arc:
     case CurveKind::Circle:
     case CurveKind::Ellipse:

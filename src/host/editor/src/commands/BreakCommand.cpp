@@ -14,11 +14,12 @@ namespace {
 using platform::PromptStatus;
 
 // Vertices of an old-style polyline, and the mark after them, are objects of
-// their own in a file; pieces get handles of their own.
-void giveVertexHandles(Database& db, Entity& e) {
-  auto renumber = [&db](auto& p) {
+// their own in a file; pieces get handles of their own. The source keeps its
+// end mark; the new part, a copy of the source, must not share it.
+void giveVertexHandles(Database& db, Entity& e, bool newEndMark) {
+  auto renumber = [&](auto& p) {
     for (PolylineVertex& v : p.vertices) v.handle = db.takeHandle();
-    if (p.seqendHandle == 0) p.seqendHandle = db.takeHandle();
+    if (p.seqendHandle == 0 || newEndMark) p.seqendHandle = db.takeHandle();
   };
   if (e.kind() == EntityKind::Polyline3d) renumber(static_cast<Polyline3dEntity&>(e));
   if (e.kind() == EntityKind::Polyline2d) renumber(static_cast<Polyline2dEntity&>(e));
@@ -70,10 +71,10 @@ void breakCommand(Session& s) {
     return;
   }
   const ObjectId owner = entity.owner;
-  giveVertexHandles(db, *result.source);
+  giveVertexHandles(db, *result.source, false);
   db.replaceEntity(picked.id, std::move(result.source));
   if (result.part) {
-    giveVertexHandles(db, *result.part);
+    giveVertexHandles(db, *result.part, true);
     db.addEntity(std::move(result.part), owner);
   }
 }

@@ -51,7 +51,12 @@ class DbDrawing : public platform::Drawing {
   struct FeatureClassName {
     std::wstring name;
   };
-  using KeptEntry = std::variant<OdRecordList, FeatureClassName>;
+  // Another application's object, and how the dictionary owns it.
+  struct ForeignObject {
+    TaggedObject object;
+    std::int16_t code = 350;
+  };
+  using KeptEntry = std::variant<OdRecordList, FeatureClassName, ForeignObject>;
 
   Database& db_;
   // Copies of extension-dictionary entries held for a module, by token.
