@@ -127,6 +127,8 @@ int CzarvelApp::onLoadDwg(void* /*packet*/) {
 
 int CzarvelApp::onUnloadDwg(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
+  // The drawing going is its document closing; the drawing stands for it.
+  docDataManager().documentToBeDestroyed(&port().drawing());
   for (int i = 0; i < static_cast<int>(std::size(kLispEntries)); ++i) {
     port().undefineFunction(kLispEntries[i].name, i);
   }
