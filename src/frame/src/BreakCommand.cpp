@@ -32,8 +32,10 @@ void releaseSavedEntries() {
 // Every entity of model space that the snapshot lacks, in block order.
 std::vector<platform::ObjectId> newModelSpaceEntities(
     const std::vector<platform::ObjectId>& snapshot) {
+  // Block order is mostly creation order, which ids follow: sorted already
+  // as a rule, and then not sorted again.
   std::vector<platform::ObjectId> before = snapshot;
-  std::sort(before.begin(), before.end());
+  if (!std::is_sorted(before.begin(), before.end())) std::sort(before.begin(), before.end());
   std::vector<platform::ObjectId> made;
   platform::Drawing& drawing = port().drawing();
   for (platform::ObjectId id : drawing.blockEntityIds(drawing.modelSpaceId())) {
