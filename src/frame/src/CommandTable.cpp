@@ -3,6 +3,7 @@
 // and says that it did nothing.
 #include "attributes/AttributeCommands.h"
 #include "convert/PolylineConversion.h"
+#include "frame/BreakCommand.h"
 #include "frame/CommandsPalette.h"
 #include "frame/CzarvelApp.h"
 #include "oddata/CommandFrame.h"
@@ -73,7 +74,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_STAT", kFlags, commandStat},
       {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
       {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
-      {L"ZARVEL_BREAK", kFlags, commandNotAvailable},
+      {L"ZARVEL_BREAK", kFlags, commandBreak},
       {L"ZARVEL_ABOUT", kFlags, commandAbout},
       {L"ZARVEL_EXPL", kFlags, commandExpl},
       {L"ZARVEL_TRANSLATE", kFlags, commandTranslate},

@@ -2,8 +2,10 @@
 // application framework carries by default.
 #include "frame/CzarvelApp.h"
 
+#include "frame/BreakCommand.h"
 #include "frame/CommandsPalette.h"
-
+#include "frame/DocData.h"
+#include "frame/HostCommandWatch.h"
 #include "oddata/Port.h"
 #include "oddata/Selection.h"
 #include "records/AttachOD.h"
@@ -42,11 +44,18 @@ struct LispEntry {
 
 const LispEntry kLispEntries[] = {{L"MyLispFunction", myLispFunction}};
 
+// Made with the module, as the static tables are.
+DocDataManager theDocDataManager;
+
 platform::Host* hostOf(void* packet) {
   return packet != nullptr ? static_cast<AppPacket*>(packet)->host : nullptr;
 }
 
 }  // namespace
+
+DocDataManager& docDataManager() {
+  return theDocDataManager;
+}
 
 CzarvelApp& theApp() {
   static CzarvelApp app;
@@ -103,6 +112,10 @@ int CzarvelApp::onUnloadApp(void* /*packet*/) {
   // The dialogs' remembered choices last as long as the module stays loaded.
   SelectByOD::forgetRemembered();
   AttachOD::forgetRemembered();
+  // A break still waiting for the host's command would be called back into a
+  // module that is gone.
+  if (detail::breakCommandWatch().active()) detail::breakCommandWatch().stop();
+  forgetBreakEntries();
   setPort(nullptr);
   return kRetOk;
 }
@@ -117,6 +130,8 @@ int CzarvelApp::onLoadDwg(void* /*packet*/) {
 
 int CzarvelApp::onUnloadDwg(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
+  // The drawing going is its document closing; the drawing stands for it.
+  docDataManager().documentToBeDestroyed(&port().drawing());
   for (int i = 0; i < static_cast<int>(std::size(kLispEntries)); ++i) {
     port().undefineFunction(kLispEntries[i].name, i);
   }

@@ -486,5 +486,47 @@ TEST(DrawingFile, ACopySharesNoObjectWithItsOriginal) {
   EXPECT_EQ(count("330\nB9\n"), 1u);
 }
 
+// Entries copied out of one entity's extension dictionary and put on another:
+// records, and another application's object under a handle of its own, which
+// the saved file names as owned by the new dictionary.
+TEST(DrawingFileTest, CopiedExtensionEntriesSaveUnderHandlesOfTheirOwn) {
+  LoadedDrawing d = load(fixture("od_r2000.dxf"));
+  Database& db = *d.db;
+  DbDrawing drawing(db);
+  ObjectId road;
+  for (ObjectId id : db.blockEntities(db.modelSpace())) {
+    const auto* dict = db.get<ExtDictionary>(db.entity(id)->xdict);
+    if (dict != nullptr && dict->extras) road = id;
+  }
+  ASSERT_FALSE(road.isNull());
+  const std::vector<platform::ExtensionEntryCopy> copies = drawing.copyExtensionEntries(road);
+  std::vector<std::wstring> names;
+  for (const auto& c : copies) names.push_back(c.name);
+  EXPECT_EQ(names, (std::vector<std::wstring>{L"ACME_XREC", L"ZARVEL_OD"}));
+  const ObjectId piece = db.addEntity(std::make_unique<LineEntity>(), db.modelSpace());
+  for (const auto& c : copies) {
+    EXPECT_EQ(drawing.putExtensionEntry(piece, c.name, c.copy), platform::Status::Ok);
+    drawing.releaseExtensionEntry(c.copy);
+  }
+  EXPECT_EQ(drawing.putExtensionEntry(piece, L"ZARVEL_OD", copies.back().copy),
+            platform::Status::Failed)
+      << "a released copy is gone";
+
+  LoadedDrawing back = load(save(d));
+  const ObjectId pieceBack = back.db->idOfHandle(db.object(piece)->handle);
+  const auto* dict = back.db->get<ExtDictionary>(back.db->entity(pieceBack)->xdict);
+  ASSERT_TRUE(dict != nullptr && dict->extras);
+  ASSERT_EQ(dict->extras->entries.size(), 1u);
+  const ObjectId xrecord = back.db->idOfHandle(dict->extras->entries[0].handle);
+  const auto* object = back.db->get<TaggedObject>(xrecord);
+  ASSERT_NE(object, nullptr);
+  EXPECT_EQ(object->owner, back.db->entity(pieceBack)->xdict);
+  EXPECT_NE(back.db->sourceText(*object).find("not ours"), std::string_view::npos);
+  const auto* roadDict = back.db->get<ExtDictionary>(
+      back.db->entity(back.db->idOfHandle(db.object(road)->handle))->xdict);
+  EXPECT_NE(roadDict->extras->entries[0].handle, dict->extras->entries[0].handle);
+  EXPECT_EQ(dict->od, roadDict->od);
+}
+
 }  // namespace
 }  // namespace host::dxf

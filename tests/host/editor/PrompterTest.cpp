@@ -41,6 +41,21 @@ TEST_F(PrompterTest, CancelAnswersCancelEveryKindOfPrompt) {
             "Width: *CANCEL*\nSelect objects: ^C\n");
 }
 
+// A posted cancel ends the next prompt of the running command without reading
+// an answer; at the command prompt there is nothing to end, and it is dropped.
+TEST_F(PrompterTest, PostedCancelEndsTheNextPromptOnly) {
+  answers("1,2\nLINE\n3,4\n");
+  const int before = prompter.cancels();
+  prompter.postCancel();
+  EXPECT_EQ(prompter.getPoint(L"Point: ").status, PromptStatus::Cancel);
+  EXPECT_EQ(prompter.cancels(), before + 1);
+  EXPECT_EQ(prompter.getPoint(L"Point: ").status, PromptStatus::Normal);
+  prompter.postCancel();
+  EXPECT_EQ(prompter.getCommand(L"Command: ", {})->text, L"LINE");
+  EXPECT_EQ(prompter.getPoint(L"Point: ").status, PromptStatus::Normal);
+  EXPECT_EQ(transcript(), "Point: *Cancel*\nPoint: 1,2\nCommand: LINE\nPoint: 3,4\n");
+}
+
 TEST_F(PrompterTest, CommandPromptTrimsAndEndOfInputIsACancelShownInTheTranscript) {
   answers("  _odlist \n\n*Cancel*\nLINE\n");
   EXPECT_EQ(prompter.getCommand(L"Command: ", {})->text, L"_odlist");

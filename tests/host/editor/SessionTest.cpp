@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <sstream>
 
+#include "host/dxf/DrawingReader.h"
 #include "host/dxf/DrawingWriter.h"
 #include "host/editor/HostCommands.h"
 #include "platform/Text.h"
@@ -127,6 +128,20 @@ struct ModuleRun : ScriptRun {
   std::string drawingText() { return dxf::writeDrawing(session.db(), *session.document().image); }
   std::size_t entityCount() { return session.db().blockEntities(session.db().modelSpace()).size(); }
 };
+
+// The vertices and end marks of old-style polylines have handles of their
+// own: both pieces of a break must have their own too, or the saved file
+// names one object twice and cannot be read back.
+TEST(SessionTest, BrokenPolylinesSaveAsAFileThatReadsBack) {
+  ScriptRun run(
+      "3DPOLY\n0,0,0\n10,0,5\n10,10,5\n\nBREAK\n5,0\nF\n5,0\n10,5\n"
+      "PLINE\n20,0\n30,0\n30,10\n\nBREAK\n25,0\nF\n25,0\n30,5\n");
+  run.session.run();
+  ASSERT_EQ(run.session.db().blockEntities(run.session.db().modelSpace()).size(), 4u);
+  const auto text = std::make_shared<const std::string>(
+      dxf::writeDrawing(run.session.db(), *run.session.document().image));
+  EXPECT_NO_THROW(dxf::readDrawing(text));
+}
 
 TEST(SessionTest, AModuleCommandThatThrowsFailsAndLeavesTheDrawingAsItWas) {
   // Two points and the second undone, so that there is a step to undo and one to redo.

@@ -57,6 +57,20 @@ ObjectId Database::copyEntity(ObjectId source, ObjectId block) {
   return id;
 }
 
+ObjectId Database::addCopy(const TaggedObject& original, ObjectId owner) {
+  auto copy = std::make_unique<TaggedObject>(original);
+  if (copy->textHandle == 0) {
+    const DbObject* originalOwner = object(original.owner);
+    copy->textHandle = original.handle;
+    copy->textOwner = originalOwner != nullptr ? originalOwner->handle : 0;
+  }
+  copy->owner = owner;
+  copy->xdict = ObjectId();
+  copy->erased = false;
+  copy->modified = true;
+  return addObject(std::move(copy));
+}
+
 void Database::copyColumns(const MTextEntity& source, ObjectId copy, ObjectId block) {
   std::vector<Handle> columns = source.columns;
   for (Handle& h : columns) {

@@ -82,6 +82,7 @@ class Writer : public WriteContext {
   void writeObjects(const FileImage::Part& part);
   void writeObject(ObjectId id);
   void writeTagged(const TaggedObject& o);
+  void writeCopied(const TaggedObject& o, std::string_view text);
   void writeOdXrecord(ObjectId dictionary);
   void writeDictionary(const DbObject& dict, const std::vector<DictEntry>& entries,
                        Handle owner, bool hardOwner);
@@ -500,6 +501,7 @@ void Writer::writeObjects(const FileImage::Part& part) {
         break;
       case ObjectType::OdTable:
       case ObjectType::Dictionary:
+      case ObjectType::Tagged:
         writeObject(ObjectId(i));
         break;
       default:
@@ -624,6 +626,10 @@ void Writer::writeObject(ObjectId id) {
 
 void Writer::writeTagged(const TaggedObject& o) {
   const std::string_view text = source(o);
+  if (o.textHandle != 0) {
+    writeCopied(o, text);
+    return;
+  }
   if (!erasedAny_) {
     erasedAny_ = false;
     for (std::uint64_t i = 1; i <= db_.idCount() && !*erasedAny_; ++i) {
@@ -637,6 +643,24 @@ void Writer::writeTagged(const TaggedObject& o) {
   };
   if (*erasedAny_ && writeWithoutGone(text, o.dxfName, gone, out_)) return;
   out_.writeRaw(text);
+}
+
+// A copy's text is the original's: its own handle and its owner's are
+// written as the copy's, every other tag as it was.
+void Writer::writeCopied(const TaggedObject& o, std::string_view text) {
+  std::size_t copied = 0;
+  for (const Tag& tag : tagsOf(text)) {
+    const auto handle = tag.code == 5 || tag.code == 330 ? parseHandle(tag.value) : std::nullopt;
+    Handle replacement = 0;
+    if (handle && tag.code == 5 && *handle == o.textHandle) replacement = o.handle;
+    if (handle && tag.code == 330 && *handle == o.textOwner) replacement = handleOf(o.owner);
+    if (replacement == 0) continue;
+    out_.writeRaw(text.substr(copied, tag.offset - copied));
+    out_.writeHandle(tag.code, replacement);
+    copied = text.find('\n', text.find('\n', tag.offset) + 1);
+    copied = copied == std::string_view::npos ? text.size() : copied + 1;
+  }
+  out_.writeRaw(text.substr(copied));
 }
 
 void Writer::writeOdXrecord(ObjectId dictionary) {

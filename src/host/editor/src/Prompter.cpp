@@ -27,6 +27,12 @@ std::wstring keywordPrompt(const std::wstring& message, const Keywords& keywords
 platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& completions,
                                     Console::Answers answers) {
   std::optional<std::wstring> line;
+  if (cancelPosted_) {
+    cancelPosted_ = false;
+    ++cancels_;
+    console_.showCancelled(prompt);
+    return {PromptStatus::Cancel, {}};
+  }
   std::deque<std::wstring>* given = !queued_.empty()  ? &queued_
                                     : !typed_.empty() ? &typed_
                                                       : nullptr;
@@ -67,6 +73,8 @@ void Prompter::typeAhead(const std::wstring& text) {
 
 std::optional<platform::StringReply> Prompter::getCommand(const std::wstring& prompt,
                                                           const Keywords& commandNames) {
+  // A cancel posted while no command runs has nothing to end.
+  cancelPosted_ = false;
   std::optional<std::wstring> line;
   if (!typed_.empty()) {
     line = typed_.front();

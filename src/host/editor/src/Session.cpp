@@ -134,8 +134,6 @@ void Session::endOutermostCommand(bool keepsPickFirst) {
   if (!keepsPickFirst && !editor_.pickFirstSetByCommand()) editor_.changePickFirst({});
   documents_.endCommand();
   retired_.clear();
-  // A request to end a command that has ended already is spent.
-  cancelRequested_ = false;
 }
 
 bool Session::runCommand(const std::wstring& text) { return runCommandFor(text).has_value(); }

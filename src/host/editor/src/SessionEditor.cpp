@@ -64,7 +64,9 @@ platform::StringReply SessionEditor::getString(const std::wstring& prompt, bool 
 }
 
 platform::EntityReply SessionEditor::getEntity(const std::wstring& prompt) {
-  platform::StringReply reply = session_.prompter().ask(prompt);
+  // A caller that gives no words of its own gets the host's.
+  platform::StringReply reply =
+      session_.prompter().ask(prompt.empty() ? L"Select object: " : prompt);
   if (reply.status != PromptStatus::Normal) return {reply.status, {}, {}};
   const Database& db = session_.db();
   const std::wstring_view text = trimBlanks(reply.text);
@@ -168,7 +170,7 @@ void SessionEditor::notify(Event event) {
 
 void SessionEditor::postCommand(const std::wstring& command) {
   if (platform::equalsIgnoreCase(command, L"CANCELCMD")) {
-    session_.requestCancel();
+    session_.prompter().postCancel();
   } else {
     session_.prompter().typeAhead(command + L"\n");
   }

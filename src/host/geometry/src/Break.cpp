@@ -6,26 +6,31 @@
 #include <algorithm>
 #include <cmath>
 
+#include "CurveMath.h"
+#include "Splines.h"
 #include "host/geometry/Curves.h"
 #include "host/geometry/Ocs.h"
 
 namespace host::geometry {
 namespace {
 
-constexpr double kTwoPi = 6.283185307179586;
 constexpr double kEps = 1e-10;
 
 // A copy of the curve's kind and properties, without its identity: no handle,
 // no owner, no extension dictionary, no source text.
+void clearIdentity(Entity& entity) {
+  entity.handle = 0;
+  entity.owner = ObjectId();
+  entity.xdict = ObjectId();
+  entity.source = {};
+  entity.modified = false;
+  entity.erased = false;
+}
+
 template <typename T>
 std::unique_ptr<T> freshCopy(const T& source) {
   auto copy = std::make_unique<T>(source);
-  copy->handle = 0;
-  copy->owner = ObjectId();
-  copy->xdict = ObjectId();
-  copy->source = {};
-  copy->modified = false;
-  copy->erased = false;
+  clearIdentity(*copy);
   return copy;
 }
 
@@ -92,6 +97,91 @@ BreakResult breakCircle(const CircleEntity& circle, double first, double second)
   arc->startAngle = second;
   arc->endAngle = first;
   r.source = std::move(arc);
+  return r;
+}
+
+// An open ellipse breaks as an arc does, a whole one as a circle does; its
+// parameters are angles too.
+BreakResult breakEllipse(const EllipseEntity& ellipse, const ParamRange& range, double first,
+                         double second) {
+  BreakResult r;
+  auto kept = std::make_unique<EllipseEntity>(ellipse);
+  if (isClosed(ellipse)) {
+    if (std::fabs(first - second) < kEps || std::fabs(std::fabs(first - second) - kTwoPi) < kEps) {
+      r.error = L"An ellipse breaks between two different points.";
+      return r;
+    }
+    kept->startParam = normalizedAngle(second);
+    kept->endParam = normalizedAngle(first);
+    r.source = std::move(kept);
+    return r;
+  }
+  const double a = std::min(first, second);
+  const double b = std::max(first, second);
+  if (a <= range.start + kEps && b >= range.end - kEps) {
+    r.error = L"The whole ellipse lies between the break points.";
+    return r;
+  }
+  if (a <= range.start + kEps) {
+    kept->startParam = normalizedAngle(b);
+  } else if (b >= range.end - kEps) {
+    kept->endParam = normalizedAngle(a);
+  } else {
+    kept->endParam = normalizedAngle(a);
+    auto part = freshCopy(ellipse);
+    part->startParam = normalizedAngle(b);
+    r.part = std::move(part);
+  }
+  r.source = std::move(kept);
+  return r;
+}
+
+// A spline keeps the pieces outside the stretch, each a spline of its own; a
+// closed one becomes one open spline from the second point round to the first.
+BreakResult breakSpline(const SplineEntity& spline, const ParamRange& range, double first,
+                        double second) {
+  BreakResult r;
+  auto piece = [&](double from, double to) {
+    return splinePiece(spline, std::clamp(from, range.start, range.end),
+                       std::clamp(to, range.start, range.end));
+  };
+  auto keep = [&](std::unique_ptr<SplineEntity> kept) {
+    if (!kept) {
+      r.error = L"The spline cannot be broken there.";
+      return;
+    }
+    r.source = std::move(kept);
+  };
+  if (isClosed(spline)) {
+    if (std::fabs(first - second) < kEps) {
+      r.error = L"A closed spline breaks between two different points.";
+    } else if (second < first) {
+      keep(piece(second, first));
+    } else if (second >= range.end - kEps) {
+      keep(piece(range.start, first));
+    } else if (first <= range.start + kEps) {
+      keep(piece(second, range.end));
+    } else {
+      const std::unique_ptr<SplineEntity> tail = piece(second, range.end);
+      const std::unique_ptr<SplineEntity> head = piece(range.start, first);
+      keep(tail && head ? joinedSplines(*tail, *head) : nullptr);
+    }
+    return r;
+  }
+  const double a = std::min(first, second);
+  const double b = std::max(first, second);
+  if (a <= range.start + kEps && b >= range.end - kEps) {
+    r.error = L"The whole spline lies between the break points.";
+  } else if (a <= range.start + kEps) {
+    keep(piece(b, range.end));
+  } else if (b >= range.end - kEps) {
+    keep(piece(range.start, a));
+  } else {
+    keep(piece(range.start, a));
+    std::unique_ptr<SplineEntity> part = piece(b, range.end);
+    if (part) clearIdentity(*part);
+    r.part = std::move(part);
+  }
   return r;
 }
 
@@ -166,6 +256,16 @@ BreakResult breakPolyline(const Polyline& polyline, const Entity& curve, bool cl
   return r;
 }
 
+// The bulges of the vertices the drawn path runs through, frame vertices left out.
+std::vector<double> bulges2d(const Polyline2dEntity& polyline) {
+  constexpr std::int16_t kFrameVertex = 16;
+  std::vector<double> bulges;
+  for (const PolylineVertex& v : polyline.vertices) {
+    if ((v.flags & kFrameVertex) == 0) bulges.push_back(v.bulge);
+  }
+  return bulges;
+}
+
 }  // namespace
 
 BreakResult breakCurve(const Entity& curve, double first, double second) {
@@ -206,13 +306,33 @@ BreakResult breakCurve(const Entity& curve, double first, double second) {
       return breakPolyline(p, curve, p.closed(), static_cast<std::size_t>(range->end), {}, first,
                            second, assign);
     }
+    case CurveKind::Polyline2d: {
+      const auto& p = static_cast<const Polyline2dEntity&>(curve);
+      const Ocs ocs(p.normal);
+      // The pieces are plain polylines: the vertices that framed a fitted
+      // curve, and the fitting, go.
+      auto assign = [&ocs](Polyline2dEntity& target, const std::vector<PathPoint>& points) {
+        target.vertices.clear();
+        target.flags = static_cast<std::int16_t>(target.flags & ~(1 | 2 | 4));
+        for (const PathPoint& pp : points) {
+          const Point3d local = ocs.fromWorld(pp.point);
+          PolylineVertex v;
+          v.position = {local.x, local.y, 0.0};
+          v.bulge = pp.bulge;
+          target.vertices.push_back(v);
+        }
+      };
+      return breakPolyline(p, curve, p.closed(), static_cast<std::size_t>(range->end), bulges2d(p),
+                           first, second, assign);
+    }
     case CurveKind::Ellipse:
-    case CurveKind::Polyline2d:
+      return breakEllipse(static_cast<const EllipseEntity&>(curve), *range, first, second);
     case CurveKind::Spline:
+      return breakSpline(static_cast<const SplineEntity&>(curve), *range, first, second);
     case CurveKind::Mline:
       break;
   }
-  return {nullptr, nullptr, L"Only lines, arcs, circles and polylines can be broken."};
+  return {nullptr, nullptr, L"Mlines cannot be broken."};
 }
 
 }  // namespace host::geometry

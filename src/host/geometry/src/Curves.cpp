@@ -295,8 +295,7 @@ double splineLength(const SplineEntity& spline) {
   return total;
 }
 
-Nearest splineNearest(const SplineEntity& spline, const ParamRange& range, const Point3d& to) {
-  const double width = range.end - range.start;
+std::vector<double> splineSamples(const SplineEntity& spline, const ParamRange& range) {
   std::vector<double> samples{range.start};
   for (const double knot : effectiveKnots(spline)) {
     const double from = samples.back();
@@ -305,6 +304,12 @@ Nearest splineNearest(const SplineEntity& spline, const ParamRange& range, const
       samples.push_back(from + (knot - from) * s / kSplineSamplesPerSpan);
     }
   }
+  return samples;
+}
+
+Nearest splineNearest(const SplineEntity& spline, const ParamRange& range, const Point3d& to) {
+  const double width = range.end - range.start;
+  const std::vector<double> samples = splineSamples(spline, range);
   ParamCurve curve;
   curve.at = [&](double u) { return evaluate(spline, u); };
   // The splines give no derivative; a central difference small against the
@@ -319,6 +324,16 @@ Nearest splineNearest(const SplineEntity& spline, const ParamRange& range, const
   const double u = nearestParam(curve, samples, to);
   const Point3d point = evaluate(spline, u);
   return {u, point, distance(point, to)};
+}
+
+// Samples over an angle range close enough that every dip of the distance
+// shows between them, even for flat ellipses and for arcs seen nearly edge-on.
+std::vector<double> angleSamples(const ParamRange& range) {
+  const double sweep = range.end - range.start;
+  const int count = std::max(16, static_cast<int>(std::ceil(kEllipseSamples * sweep / kTwoPi)));
+  std::vector<double> samples;
+  for (int i = 0; i <= count; ++i) samples.push_back(range.start + sweep * i / count);
+  return samples;
 }
 
 // A parameter a hair outside the range, from rounding, counts as its end.
@@ -510,10 +525,7 @@ std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
     }
     case CurveKind::Ellipse: {
       const EllipseFrame frame = frameOf(static_cast<const EllipseEntity&>(curve));
-      const double sweep = range->end - range->start;
-      const int count = std::max(16, static_cast<int>(std::ceil(kEllipseSamples * sweep / kTwoPi)));
-      std::vector<double> samples;
-      for (int i = 0; i <= count; ++i) samples.push_back(range->start + sweep * i / count);
+      const std::vector<double> samples = angleSamples(*range);
       ParamCurve path;
       path.at = [&](double t) { return frame.at(t); };
       path.tangent = [&](double t) { return frame.tangent(t); };
@@ -530,6 +542,118 @@ std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to) {
       return pathNearest(*pathOf(curve), to);
   }
   return std::nullopt;
+}
+
+namespace {
+
+Point3d flat(const Point3d& p) {
+  return {p.x, p.y, 0.0};
+}
+
+// The nearest parameter, in plan, of a smooth curve given by its points: the
+// tangent is a central difference, one-sided at the ends.
+double planNearestParam(const std::function<Point3d(double)>& at, const ParamRange& range,
+                        const std::vector<double>& samples, const Point3d& to) {
+  const double h = (range.end - range.start) * 1e-7;
+  ParamCurve curve;
+  curve.at = [&](double u) { return flat(at(u)); };
+  curve.tangent = [&](double u) {
+    const double lo = std::max(range.start, u - h);
+    const double hi = std::min(range.end, u + h);
+    if (hi <= lo) return Point3d{};
+    return scaled(minus(flat(at(hi)), flat(at(lo))), 1.0 / (hi - lo));
+  };
+  return nearestParam(curve, samples, flat(to));
+}
+
+// Segment by segment: a straight one exactly, an arc by its own samples.
+Nearest pathNearestInPlan(const Path& path, const Point3d& to) {
+  const Point3d target = flat(to);
+  Nearest best{0.0, path.vertices.front(), distance(flat(path.vertices.front()), target)};
+  for (std::size_t i = 0; i < path.segments.size(); ++i) {
+    const PathSegment& segment = path.segments[i];
+    double fraction = 0.0;
+    if (segment.arc) {
+      // Samples as dense by angle as a whole arc's, as fractions of this one.
+      const double sweep = std::fabs(segment.shape.sweep);
+      std::vector<double> samples = angleSamples({0.0, sweep});
+      for (double& f : samples) f /= sweep;
+      auto at = [&](double f) { return segmentPoint(path, segment, f); };
+      fraction = planNearestParam(at, {0.0, 1.0}, samples, to);
+    } else {
+      fraction = lineFraction(flat(segment.start), flat(segment.end), target);
+    }
+    const Point3d point = segmentPoint(path, segment, fraction);
+    const double d = distance(flat(point), target);
+    if (d < best.distance) best = {static_cast<double>(i) + fraction, point, d};
+  }
+  return best;
+}
+
+// The normal of a curve that lies in a plane by its kind; nothing for one
+// that need not.
+std::optional<Point3d> planeNormal(const Entity& curve, CurveKind kind) {
+  switch (kind) {
+    case CurveKind::Arc:
+      return static_cast<const ArcEntity&>(curve).normal;
+    case CurveKind::Circle:
+      return static_cast<const CircleEntity&>(curve).normal;
+    case CurveKind::Ellipse:
+      return static_cast<const EllipseEntity&>(curve).normal;
+    case CurveKind::LwPolyline:
+      return static_cast<const LwPolylineEntity&>(curve).normal;
+    case CurveKind::Polyline2d:
+      return static_cast<const Polyline2dEntity&>(curve).normal;
+    case CurveKind::Line:
+    case CurveKind::Polyline3d:
+    case CurveKind::Spline:
+    case CurveKind::Mline:
+      break;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Nearest> nearestPointInPlan(const Entity& curve, const Point3d& to) {
+  const std::optional<ParamRange> range = paramRange(curve);
+  const std::optional<CurveKind> kind = curveKindOf(curve.kind());
+  if (!range || !kind) return std::nullopt;
+  // A curve in a level plane is met where the point, brought to the plane's
+  // height, is nearest: the exact answer the kind already gives.
+  if (const std::optional<Point3d> normal = planeNormal(curve, *kind);
+      normal && normal->x == 0.0 && normal->y == 0.0) {
+    const Point3d onCurve = *pointAtParam(curve, range->start);
+    std::optional<Nearest> nearest = nearestPoint(curve, {to.x, to.y, onCurve.z});
+    if (nearest) nearest->distance = distance(flat(nearest->point), flat(to));
+    return nearest;
+  }
+  std::vector<double> samples;
+  switch (*kind) {
+    case CurveKind::Line: {
+      const auto& line = static_cast<const LineEntity&>(curve);
+      const double fraction = lineFraction(flat(line.start), flat(line.end), flat(to));
+      const Point3d point = lerp(line.start, line.end, fraction);
+      return Nearest{fraction * range->end, point, distance(flat(point), flat(to))};
+    }
+    case CurveKind::Arc:
+    case CurveKind::Circle:
+    case CurveKind::Ellipse:
+      samples = angleSamples(*range);
+      break;
+    case CurveKind::Spline:
+      samples = splineSamples(static_cast<const SplineEntity&>(curve), *range);
+      break;
+    case CurveKind::LwPolyline:
+    case CurveKind::Polyline2d:
+    case CurveKind::Polyline3d:
+    case CurveKind::Mline:
+      return pathNearestInPlan(*pathOf(curve), to);
+  }
+  auto at = [&](double u) { return *pointAtParam(curve, u); };
+  const double u = planNearestParam(at, *range, samples, to);
+  const Point3d point = at(u);
+  return Nearest{u, point, distance(flat(point), flat(to))};
 }
 
 int numVerts(const LwPolylineEntity& polyline) {

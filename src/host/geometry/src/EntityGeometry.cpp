@@ -31,10 +31,8 @@ double distanceXY(const Database& db, const Entity& entity, const Point3d& point
     return std::hypot(point.x - q.x, point.y - q.y);
   }
   if (geometry::isCurve(entity)) {
-    // Distance in XY: the curve's nearest point to the pick at the curve's height.
-    if (auto nearest = geometry::nearestPoint(entity, point)) {
-      return std::hypot(nearest->point.x - point.x, nearest->point.y - point.y);
-    }
+    // Distance in XY: where the pick meets the curve along the view direction.
+    if (auto nearest = geometry::nearestPointInPlan(entity, point)) return nearest->distance;
   }
   const platform::Extents box = geometry::extentsOf(db, entity);
   if (box.isEmpty()) return std::numeric_limits<double>::infinity();

@@ -24,6 +24,8 @@ class SplineCurve {
   int degree() const { return degree_; }
   const std::vector<double>& knots() const { return knots_; }
   const std::vector<Point3d>& points() const { return points_; }
+  // Empty when the curve is not rational.
+  const std::vector<double>& weights() const { return weights_; }
   // The parameters the curve runs over.
   double start() const { return start_; }
   double end() const { return end_; }

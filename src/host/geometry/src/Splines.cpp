@@ -232,6 +232,116 @@ Point3d evaluate(const SplineEntity& spline, double param) {
   return SplineCurve(spline).at(param);
 }
 
+namespace {
+
+// A B-spline in homogeneous points (w x, w y, w z, w), for knot insertion.
+struct HomogeneousSpline {
+  std::size_t degree = 1;
+  std::vector<double> knots;
+  std::vector<std::array<double, 4>> points;
+};
+
+HomogeneousSpline homogeneous(const SplineCurve& curve) {
+  HomogeneousSpline h;
+  h.degree = static_cast<std::size_t>(curve.degree());
+  h.knots = curve.knots();
+  for (std::size_t i = 0; i < curve.points().size(); ++i) {
+    const Point3d& p = curve.points()[i];
+    const double w = curve.weights().empty() ? 1.0 : curve.weights()[i];
+    h.points.push_back({p.x * w, p.y * w, p.z * w, w});
+  }
+  return h;
+}
+
+// Inserts the knot until it stands degree times, which splits the curve
+// there without changing it (Boehm's insertion, once per pass).
+void insertToFullMultiplicity(HomogeneousSpline& h, double u) {
+  const std::size_t p = h.degree;
+  while (static_cast<std::size_t>(std::count(h.knots.begin(), h.knots.end(), u)) < p) {
+    const std::size_t n = h.points.size() - 1;
+    const auto above = std::upper_bound(h.knots.begin(), h.knots.end(), u);
+    const std::size_t k = std::min<std::size_t>(above - h.knots.begin() - 1, n);
+    std::vector<std::array<double, 4>> q(h.points.size() + 1);
+    for (std::size_t i = 0; i < q.size(); ++i) {
+      if (i + p <= k) {
+        q[i] = h.points[i];
+      } else if (i > k) {
+        q[i] = h.points[i - 1];
+      } else {
+        const double span = h.knots[i + p] - h.knots[i];
+        const double a = span > 0.0 ? (u - h.knots[i]) / span : 0.0;
+        for (int c = 0; c < 4; ++c) q[i][c] = (1.0 - a) * h.points[i - 1][c] + a * h.points[i][c];
+      }
+    }
+    h.points = std::move(q);
+    h.knots.insert(h.knots.begin() + static_cast<std::ptrdiff_t>(k + 1), u);
+  }
+}
+
+std::unique_ptr<SplineEntity> toEntity(const SplineEntity& source, const HomogeneousSpline& h,
+                                       bool rational) {
+  auto spline = std::make_unique<SplineEntity>(source);
+  spline->degree = static_cast<std::int16_t>(h.degree);
+  spline->flags = static_cast<std::int16_t>(source.flags & ~(kClosed | kPeriodic));
+  spline->knots = h.knots;
+  spline->controlPoints.clear();
+  spline->weights.clear();
+  spline->fitPoints.clear();
+  for (const auto& q : h.points) {
+    const double w = q[3] != 0.0 ? q[3] : 1.0;
+    spline->controlPoints.push_back({q[0] / w, q[1] / w, q[2] / w});
+    if (rational) spline->weights.push_back(w);
+  }
+  return spline;
+}
+
+}  // namespace
+
+std::unique_ptr<SplineEntity> splinePiece(const SplineEntity& spline, double from, double to) {
+  const SplineCurve curve(spline);
+  if (curve.points().size() < 2 || !(from < to)) return nullptr;
+  HomogeneousSpline h = homogeneous(curve);
+  insertToFullMultiplicity(h, from);
+  insertToFullMultiplicity(h, to);
+  const std::size_t p = h.degree;
+  // With each end standing degree times (or more, clamped) the piece's control
+  // points run from degree before the last copy of "from" to just before the
+  // first copy of "to"; both ends stand clamped, degree + 1 times.
+  const auto begin = h.knots.begin();
+  const std::size_t lastOfFrom =
+      static_cast<std::size_t>(std::upper_bound(begin, h.knots.end(), from) - begin) - 1;
+  const std::size_t firstOfTo =
+      static_cast<std::size_t>(std::lower_bound(begin, h.knots.end(), to) - begin);
+  HomogeneousSpline piece;
+  piece.degree = p;
+  piece.points.assign(h.points.begin() + static_cast<std::ptrdiff_t>(lastOfFrom - p),
+                      h.points.begin() + static_cast<std::ptrdiff_t>(firstOfTo));
+  piece.knots.assign(p + 1, from);
+  piece.knots.insert(piece.knots.end(), begin + static_cast<std::ptrdiff_t>(lastOfFrom + 1),
+                     begin + static_cast<std::ptrdiff_t>(firstOfTo));
+  piece.knots.insert(piece.knots.end(), p + 1, to);
+  return toEntity(spline, piece, !curve.weights().empty());
+}
+
+std::unique_ptr<SplineEntity> joinedSplines(const SplineEntity& first, const SplineEntity& second) {
+  if (first.degree != second.degree || first.knots.empty() || second.knots.empty()) return nullptr;
+  auto joined = std::make_unique<SplineEntity>(first);
+  const std::size_t p = static_cast<std::size_t>(first.degree);
+  // The second's knots follow on from the first's end; the meeting point
+  // stands once, its knot degree times.
+  const double shift = first.knots.back() - second.knots.front();
+  joined->knots.pop_back();
+  for (std::size_t i = p + 1; i < second.knots.size(); ++i) {
+    joined->knots.push_back(second.knots[i] + shift);
+  }
+  joined->controlPoints.insert(joined->controlPoints.end(), second.controlPoints.begin() + 1,
+                               second.controlPoints.end());
+  if (!first.weights.empty()) {
+    joined->weights.insert(joined->weights.end(), second.weights.begin() + 1, second.weights.end());
+  }
+  return joined;
+}
+
 std::vector<Point3d> sample(const SplineEntity& spline, double tolerance) {
   const SplineCurve curve(spline);
   if (!(tolerance > 0.0) || !std::isfinite(tolerance)) tolerance = 1e-6 * curve.size();

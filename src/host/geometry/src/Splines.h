@@ -17,6 +17,13 @@ using platform::Point3d;
 // none but control points.
 std::vector<double> effectiveKnots(const SplineEntity& spline);
 Point3d evaluate(const SplineEntity& spline, double param);
+// The part of the spline between two parameters of its domain, from < to, as
+// a spline of its own, open and clamped at both ends; it has no fit points,
+// which would no longer describe it, and keeps the source's properties.
+std::unique_ptr<SplineEntity> splinePiece(const SplineEntity& spline, double from, double to);
+// Two clamped pieces of one degree, the first ending where the second starts,
+// as one spline that runs through both.
+std::unique_ptr<SplineEntity> joinedSplines(const SplineEntity& first, const SplineEntity& second);
 // Points on the curve close enough that no chord strays from it by more than
 // the tolerance; the first and last are the curve's ends.
 std::vector<Point3d> sample(const SplineEntity& spline, double tolerance);

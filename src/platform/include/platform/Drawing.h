@@ -50,6 +50,13 @@ struct EntityProperties {
   short lineWeight = -1;  // hundredths of a millimetre; -1 by layer, -2 by block, -3 default
 };
 
+// An entry of an extension dictionary copied by copyExtensionEntries: its
+// name and the token of the copy the host keeps.
+struct ExtensionEntryCopy {
+  std::wstring name;
+  std::uint64_t copy = 0;
+};
+
 class Drawing {
  public:
   virtual ~Drawing() = default;
@@ -135,6 +142,20 @@ class Drawing {
                                      std::int16_t /*colorIndex*/) {
     return ObjectId();
   }
+
+  // Entries of an entity's extension dictionary, copied out of the drawing:
+  // each copy belongs to no drawing and stays with the host, under its token,
+  // until it is released. An entity without a dictionary (or one that won't
+  // open, or a host that keeps none) has no entries.
+  virtual std::vector<ExtensionEntryCopy> copyExtensionEntries(ObjectId /*entity*/) { return {}; }
+  // Puts a fresh copy of a kept one into the entity's extension dictionary
+  // under the name, making the dictionary if the entity has none; Failed if
+  // the entity won't open for write or the token names no kept copy.
+  virtual Status putExtensionEntry(ObjectId /*entity*/, const std::wstring& /*name*/,
+                                   std::uint64_t /*copy*/) {
+    return Status::Failed;
+  }
+  virtual void releaseExtensionEntry(std::uint64_t /*copy*/) {}
 };
 
 }  // namespace platform

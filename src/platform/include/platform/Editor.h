@@ -94,9 +94,11 @@ class Editor {
     return PromptStatus::Error;
   }
 
-  // Posts a command for the host's command loop; "CANCELCMD" ends the command
-  // that is running, as Esc would.
+  // Posts a command to the command line as if typed; "CANCELCMD" ends the
+  // command that is running, as Esc at its prompt would. A host without a
+  // command line ignores it.
   virtual void postCommand(const std::wstring& /*command*/) {}
+
   // Reactors are the caller's; a reactor stays until removed.
   virtual void addReactor(EditorReactor* /*reactor*/) {}
   virtual void removeReactor(EditorReactor* /*reactor*/) {}

@@ -1,4 +1,5 @@
-// BREAK: takes a stretch out of a curve. The source keeps its id and one part;
+// BREAK: takes a stretch out of a curve (a line, arc, circle, ellipse,
+// polyline or spline). The source keeps its id and one part;
 // another part becomes an entity of its own, with the source's properties but
 // not its extension dictionary, so it carries no Object Data.
 #include "host/editor/CommandHelpers.h"
@@ -13,12 +14,15 @@ namespace {
 using platform::PromptStatus;
 
 // Vertices of an old-style polyline, and the mark after them, are objects of
-// their own in a file; pieces get handles of their own.
-void giveVertexHandles(Database& db, Entity& e) {
-  if (e.kind() != EntityKind::Polyline3d) return;
-  auto& p = static_cast<Polyline3dEntity&>(e);
-  for (PolylineVertex& v : p.vertices) v.handle = db.takeHandle();
-  if (p.seqendHandle == 0) p.seqendHandle = db.takeHandle();
+// their own in a file; pieces get handles of their own. The source keeps its
+// end mark; the new part, a copy of the source, must not share it.
+void giveVertexHandles(Database& db, Entity& e, bool newEndMark) {
+  auto renumber = [&](auto& p) {
+    for (PolylineVertex& v : p.vertices) v.handle = db.takeHandle();
+    if (p.seqendHandle == 0 || newEndMark) p.seqendHandle = db.takeHandle();
+  };
+  if (e.kind() == EntityKind::Polyline3d) renumber(static_cast<Polyline3dEntity&>(e));
+  if (e.kind() == EntityKind::Polyline2d) renumber(static_cast<Polyline2dEntity&>(e));
 }
 
 void breakCommand(Session& s) {
@@ -52,13 +56,14 @@ void breakCommand(Session& s) {
   if (!picked.picked && second.status == PromptStatus::Normal && first == Point3d{}) {
     first = second.value;
   }
-  const auto near1 = geometry::nearestPoint(entity, first);
-  const auto near2 = geometry::nearestPoint(entity, second.value);
+  // Points are picked in a plan view: each meets the curve along Z.
+  const auto near1 = geometry::nearestPointInPlan(entity, first);
+  const auto near2 = geometry::nearestPointInPlan(entity, second.value);
   geometry::BreakResult result;
   if (near1 && near2) {
     result = geometry::breakCurve(entity, near1->param, near2->param);
   } else {
-    result.error = L"Only lines, arcs, circles and polylines can be broken.";
+    result.error = L"Only curves can be broken.";
   }
   if (!result.source) {
     s.print(result.error + L"\n");
@@ -66,10 +71,10 @@ void breakCommand(Session& s) {
     return;
   }
   const ObjectId owner = entity.owner;
-  giveVertexHandles(db, *result.source);
+  giveVertexHandles(db, *result.source, false);
   db.replaceEntity(picked.id, std::move(result.source));
   if (result.part) {
-    giveVertexHandles(db, *result.part);
+    giveVertexHandles(db, *result.part, true);
     db.addEntity(std::move(result.part), owner);
   }
 }

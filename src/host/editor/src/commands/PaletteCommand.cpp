@@ -48,15 +48,14 @@ void paletteCommand(Session& s) {
   PaletteModel* palette = choosePalette(s);
   if (palette == nullptr) return;
   s.promptUi().setLastPalette(palette);
-  // An action may start another command, which first ends this one; and a
-  // palette may go while its action runs.
+  // An action that starts another command first cancels this one at its next
+  // prompt; and a palette may go while its action runs.
   while (stillOpen(s.promptUi(), palette)) {
     const Keywords actions = palette->actions();
     const platform::StringReply reply =
         s.prompter().getKeyword(keywordPrompt(palette->name(), actions, std::nullopt), actions);
     if (reply.status != PromptStatus::Normal) return;
     palette->runAction(reply.text);
-    if (s.takeCancelRequest()) return;
   }
 }
 

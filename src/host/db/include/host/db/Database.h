@@ -95,6 +95,9 @@ class Database {
   // of a multiline text come along, and what the host does not model of it
   // stays in the source text the copy shares with it.
   ObjectId copyEntity(ObjectId source, ObjectId block);
+  // A copy of an object kept as text, under a new handle and owner; its text
+  // stays the original's, read with the copy's handles.
+  ObjectId addCopy(const TaggedObject& original, ObjectId owner);
 
   // Adds an entity to a block; a null layer becomes the current layer.
   ObjectId addEntity(std::unique_ptr<Entity> entity, ObjectId block);

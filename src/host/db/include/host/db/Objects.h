@@ -141,6 +141,10 @@ class TaggedObject : public DbObjectOf<TaggedObject, ObjectType::Tagged> {
   std::string dxfName;
   // The name of a table record (a linetype's, a text style's...); empty otherwise.
   std::wstring name;
+  // For a copy made since the drawing was read: the handles its text gives as
+  // its own and as its owner's, which stand for the copy's when it is written.
+  Handle textHandle = 0;
+  Handle textOwner = 0;
 };
 
 // An entity's extension dictionary. Its ZARVEL_OD entry, an xrecord with the

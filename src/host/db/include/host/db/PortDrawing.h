@@ -1,6 +1,10 @@
 // Our database behind the port's drawing interface.
 #pragma once
 
+#include <cstdint>
+#include <map>
+#include <variant>
+
 #include "host/db/Database.h"
 #include "platform/Drawing.h"
 
@@ -38,9 +42,31 @@ class DbDrawing : public platform::Drawing {
                      std::int16_t colorIndex) override;
   ObjectId addBlockReference(ObjectId block, const platform::Point3d& position, double scale,
                              ObjectId layer, std::int16_t colorIndex) override;
+  std::vector<platform::ExtensionEntryCopy> copyExtensionEntries(ObjectId entity) override;
+  platform::Status putExtensionEntry(ObjectId entity, const std::wstring& name,
+                                     std::uint64_t copy) override;
+  void releaseExtensionEntry(std::uint64_t copy) override { keptEntries_.erase(copy); }
+
+  // The names under which an extension dictionary offers its records and its
+  // feature class as entries.
+  static constexpr const wchar_t* kRecordsEntry = L"ZARVEL_OD";
+  static constexpr const wchar_t* kFeatureClassEntry = L"ZARVEL_FEATURE_CLASS";
 
  private:
+  struct FeatureClassName {
+    std::wstring name;
+  };
+  // Another application's object, and how the dictionary owns it.
+  struct ForeignObject {
+    TaggedObject object;
+    std::int16_t code = 350;
+  };
+  using KeptEntry = std::variant<OdRecordList, FeatureClassName, ForeignObject>;
+
   Database& db_;
+  // Copies of extension-dictionary entries held for a module, by token.
+  std::map<std::uint64_t, KeptEntry> keptEntries_;
+  std::uint64_t nextEntryToken_ = 1;
 };
 
 // Handles print as upper-case hexadecimal.

@@ -56,6 +56,9 @@ class Prompter {
   // Text as if typed at the command line before the input's next line, line
   // by line: what a module queues to run once the present command is over.
   void typeAhead(const std::wstring& text);
+  // The next prompt of the running command is cancelled, as if Esc were
+  // pressed there; the "Command: " prompt forgets it.
+  void postCancel() { cancelPosted_ = true; }
 
   // One answer with the cancel convention applied: Cancel, None for an empty
   // answer, or Normal with the answer as typed. The base of the other prompts.
@@ -105,6 +108,7 @@ class Prompter {
   Console& console_;
   bool inputEnded_ = false;
   int cancels_ = 0;
+  bool cancelPosted_ = false;
   std::deque<std::wstring> queued_;
   std::deque<std::wstring> typed_;
 };

@@ -14,7 +14,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/editor/CommandOutcome.h"
@@ -63,10 +62,6 @@ class Session {
   // A host command says that it failed, for the editor's event.
   void failCommand() { failed_ = true; }
   void quit() { quitting_ = true; }
-  // A module asked that the running command end (a palette that starts
-  // another); the command that can stop between its steps takes the request.
-  void requestCancel() { cancelRequested_ = true; }
-  bool takeCancelRequest() { return std::exchange(cancelRequested_, false); }
 
   Document& document() { return *document_; }
   // Puts another drawing in place of the open one, telling the module.
@@ -128,7 +123,6 @@ class Session {
   // roles above alive while it unloads.
   PluginLoader plugin_;
   bool quitting_ = false;
-  bool cancelRequested_ = false;
   bool failed_ = false;
   int commandDepth_ = 0;
 };

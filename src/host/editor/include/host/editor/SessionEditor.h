@@ -31,8 +31,8 @@ class SessionEditor : public platform::Editor {
   std::optional<platform::SysVarValue> getVar(const std::wstring& name) const override;
   platform::Status setVar(const std::wstring& name, const platform::SysVarValue& value) override;
   platform::PromptStatus command(const std::vector<platform::CommandArgument>& arguments) override;
-  // "CANCELCMD" ends the running command at its next step; another command is
-  // typed ahead of the input, to run when the running one is over.
+  // "CANCELCMD" cancels the running command's next prompt, as Esc would; any
+  // other command is typed ahead of the input, to run when the running one is over.
   void postCommand(const std::wstring& command) override;
   void addReactor(platform::EditorReactor* reactor) override;
   void removeReactor(platform::EditorReactor* reactor) override;

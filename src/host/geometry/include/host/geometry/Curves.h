@@ -45,6 +45,10 @@ struct Nearest {
   double distance = 0.0;
 };
 std::optional<Nearest> nearestPoint(const Entity& curve, const Point3d& to);
+// The same seen from above: the point of the curve nearest to the given one
+// along the view direction (Z), as a point picked in a plan view meets the
+// curve; the distance is measured in the XY plane.
+std::optional<Nearest> nearestPointInPlan(const Entity& curve, const Point3d& to);
 
 // One segment of a lightweight polyline: a line, or the arc its bulge makes.
 struct BulgeSegment {
