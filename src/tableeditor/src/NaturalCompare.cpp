@@ -1,0 +1,45 @@
+// The natural order of display texts behind a click on a column's heading.
+#include "tableeditor/NaturalCompare.h"
+
+#include "platform/Text.h"
+
+namespace zarvel {
+namespace {
+
+bool isDigit(wchar_t c) {
+  return c >= L'0' && c <= L'9';
+}
+
+// The number of the digit run at pos, as _wtoi reads it; pos moves behind it.
+std::int32_t digitRun(const std::wstring& text, std::size_t& pos) {
+  const std::size_t begin = pos;
+  while (pos < text.size() && isDigit(text[pos])) ++pos;
+  return platform::wtoi(std::wstring_view(text).substr(begin, pos - begin));
+}
+
+}  // namespace
+
+int naturalCompare(const std::wstring& a, const std::wstring& b) {
+  if (a.empty()) return -1;
+  if (b.empty()) return 1;
+  std::size_t i = 0;
+  std::size_t j = 0;
+  for (;;) {
+    if (j >= b.size()) return 0;
+    if (!isDigit(a[i])) {
+      if (isDigit(b[j])) return -1;
+      if (a[i] != b[j]) return a[i] > b[j] ? 1 : -1;
+      ++i;
+      ++j;
+    } else if (!isDigit(b[j])) {
+      return 1;
+    } else {
+      const std::int32_t left = digitRun(a, i);
+      const std::int32_t right = digitRun(b, j);
+      if (left != right) return left > right ? 1 : -1;
+    }
+    if (i >= a.size()) return 0;
+  }
+}
+
+}  // namespace zarvel
