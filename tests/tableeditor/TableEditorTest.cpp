@@ -124,13 +124,29 @@ TEST(NaturalCompareTest, DigitRunsAsNumbersAndTheRestByCodeUnit) {
   }
 }
 
+TEST(NaturalCompareTest, RealsSortAsTheirTextsCompare) {
+  Zarvel editor;
+  for (double v : {-12.25, 10.0, -12.5, 3.0, 2.75, -3.0, 1e20}) {
+    editor.rows.push_back({ObjectId(1), {zarvel::CellValue(OdValue(v))}, 1});
+  }
+  editor.sortRows(1);
+  Texts texts;
+  for (const zarvel::EditorRow& row : editor.rows) {
+    texts.push_back(zarvel::valueToText(row.values[0].value()));
+  }
+  EXPECT_EQ(texts, (Texts{L"-3.0", L"-12.5", L"-12.25", L"2.75", L"3.0", L"10.0",
+                          L"100000000000000000000.0"}));
+}
+
 TEST_F(TableEditorTest, SortByColumnKeepsTheSelectionAndRefreshReturnsToScanOrder) {
-  for (const wchar_t* name : {L"r10", L"r2", L"", L"r1"}) road(host.addLine(), 0, name);
+  const int ids[] = {10, -3, 2, -20};
+  const wchar_t* labels[] = {L"r10", L"r2", L"", L"r1"};
+  for (int i = 0; i < 4; ++i) road(host.addLine(), ids[i], labels[i]);
   road(host.addLine(), 5, L"r2");
   open(L"Roads");
   select({1, 4});  // the two "r2" rows
   editor.sortRows(2);
-  EXPECT_EQ(shown()[0].substr(0, 4), L"3: 0");
+  EXPECT_EQ(shown()[0].substr(0, 4), L"3: 2");
   Texts names;
   for (int r = 0; r < 5; ++r) names.push_back(editor.grid.cellText(r, 2));
   EXPECT_EQ(names, (Texts{L"", L"r1", L"r2", L"r2", L"r10"}));
@@ -138,8 +154,10 @@ TEST_F(TableEditorTest, SortByColumnKeepsTheSelectionAndRefreshReturnsToScanOrde
   EXPECT_EQ(editor.grid.GetSelectedCount(), 2);
   editor.sortRows(2);
   EXPECT_EQ(editor.grid.cellText(0, 2), L"r10");
-  editor.sortRows(1);  // another column: ascending again
-  EXPECT_EQ(editor.grid.cellText(4, 1), L"5");
+  editor.sortRows(1);  // another column: ascending again, numbers as their texts order
+  Texts numbers;
+  for (int r = 0; r < 5; ++r) numbers.push_back(editor.grid.cellText(r, 1));
+  EXPECT_EQ(numbers, (Texts{L"-3", L"-20", L"2", L"5", L"10"}));
   editor.sortRows(0);
   editor.sortRows(0);
   EXPECT_EQ(editor.grid.cellText(0, 0), L"5");

@@ -56,7 +56,7 @@ void scanModelSpace(std::vector<EditorRow>& rows, const std::wstring& tableName)
     bool any = false;
     for (; !it->isDone(); it->next()) {
       if (it->getRecord(record) != Status::Ok) continue;
-      rows.push_back({id, std::move(record.values()), counter});
+      rows.push_back({id, toCells(record.values()), counter});
       any = true;
     }
     if (any) ++counter;
@@ -120,6 +120,8 @@ void Zarvel::loadTable(bool rebuildCombo) {
   rows.clear();
   columnNames.clear();
   scanModelSpace(rows, state.currentTableName);
+  // The slack of the vector's growth is a third of a million rows' worth.
+  rows.shrink_to_fit();
   platform::OdTableDef definition;
   if (std::unique_ptr<platform::OdTable> table =
           getODContainer().getTable(state.currentTableName)) {
@@ -156,7 +158,7 @@ std::wstring Zarvel::cellText(int row, int column) const {
   const EditorRow& r = rows[static_cast<std::size_t>(row)];
   if (column == 0) return std::to_wstring(r.rowNumber);
   if (static_cast<std::size_t>(column) > r.values.size()) return {};
-  return valueToText(r.values[static_cast<std::size_t>(column - 1)]);
+  return valueToText(r.values[static_cast<std::size_t>(column - 1)].value());
 }
 
 }  // namespace zarvel

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "SortKeys.h"
 #include "oddata/Port.h"
 #include "oddata/ValueText.h"
 #include "platform/Text.h"
@@ -42,22 +43,13 @@ std::vector<ObjectId> Zarvel::allRowIds() const {
 
 namespace {
 
-// The rows of a text column ordered by their texts, each made once: a sort
-// that made two texts per comparison would make forty million of them for a
-// million rows.
-void sortByText(std::vector<EditorRow>& rows, std::size_t field, bool descending) {
-  std::vector<std::wstring> texts(rows.size());
+// Puts the rows in the order of their keys, rows of equal keys as they were.
+void sortByKeys(std::vector<EditorRow>& rows, const std::vector<std::uint64_t>& keys,
+                bool descending) {
   std::vector<std::size_t> order(rows.size());
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    order[i] = i;
-    if (field < rows[i].values.size()) texts[i] = valueToText(rows[i].values[field]);
-  }
-  // Two empty texts compare below each other, and a text equals any that it
-  // begins: no order a sort may rely on. A merge sort stays within the rows
-  // whatever the comparison answers; two empties count as equal here.
+  for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
   std::stable_sort(order.begin(), order.end(), [&](std::size_t l, std::size_t r) {
-    const int c = texts[l].empty() && texts[r].empty() ? 0 : naturalCompare(texts[l], texts[r]);
-    return descending ? c > 0 : c < 0;
+    return descending ? keys[l] > keys[r] : keys[l] < keys[r];
   });
   std::vector<EditorRow> sorted;
   sorted.reserve(rows.size());
@@ -71,7 +63,7 @@ void Zarvel::sortRows(int column) {
   TableEditorState& state = tableEditorState();
   // The selected rows, by number and values, to be found again after the sort.
   const std::vector<int> selected = grid.GetSelectedRows();
-  std::vector<std::pair<std::uint64_t, std::vector<platform::OdValue>>> snapshot;
+  std::vector<std::pair<std::uint64_t, std::vector<CellValue>>> snapshot;
   for (int row : selected) {
     if (row < static_cast<int>(rows.size())) {
       const EditorRow& r = rows[static_cast<std::size_t>(row)];
@@ -82,7 +74,7 @@ void Zarvel::sortRows(int column) {
   state.sortColumn = column;
   const bool descending = state.sortDescending != 0;
   if (column != 0) {
-    sortByText(rows, static_cast<std::size_t>(column - 1), descending);
+    sortByKeys(rows, naturalSortKeys(rows, static_cast<std::size_t>(column - 1)), descending);
   } else {
     std::stable_sort(rows.begin(), rows.end(),
                      [descending](const EditorRow& l, const EditorRow& r) {
@@ -107,9 +99,9 @@ int Zarvel::findRow(int field, const std::wstring& text, bool whole, int start) 
   if (start < 0 || field < 0 || static_cast<std::size_t>(start) >= rows.size()) return -1;
   const std::wstring wanted = platform::lowerCase(text);
   for (std::size_t i = static_cast<std::size_t>(start); i < rows.size(); ++i) {
-    const std::vector<platform::OdValue>& values = rows[i].values;
+    const std::vector<CellValue>& values = rows[i].values;
     const std::wstring cell = static_cast<std::size_t>(field) < values.size()
-                                  ? platform::lowerCase(valueToText(values[field]))
+                                  ? platform::lowerCase(valueToText(values[field].value()))
                                   : std::wstring();
     if (whole ? cell == wanted : cell.find(wanted) != std::wstring::npos) {
       return static_cast<int>(i);

@@ -81,15 +81,18 @@ bool Zarvel::OnEndLabelEdit(DataGrid& /*grid*/, int row, int column, const EditR
 void Zarvel::writeTypedCell(int row, int column, const std::wstring& text) {
   EditorRow& r = rows[static_cast<std::size_t>(row)];
   const std::size_t field = static_cast<std::size_t>(column - 1);
-  if (field >= r.values.size() || text == valueToText(r.values[field])) return;
+  if (field >= r.values.size()) return;
+  OdValue value = r.values[field].value();
+  if (text == valueToText(value)) return;
   const RowKey key = makeRowKey(columnNames, r.values);
   // The row changes before the drawing does, and keeps the typed value even
   // when its record is no longer found.
-  cellTextToValue(r.values[field], text);
+  cellTextToValue(value, text);
+  r.values[field] = CellValue(value);
   {
     DocumentLock lock;
     writeField(getODContainer(), r.entityId, tableEditorState().currentTableName,
-               static_cast<int>(field), r.values[field], key);
+               static_cast<int>(field), value, key);
   }
   setPickFirst({r.entityId});
   invalidate();
@@ -101,7 +104,7 @@ void Zarvel::fillColumn(int column) {
   }
   const std::size_t field = static_cast<std::size_t>(column - 1);
   // Row 0's value is the template: its kind rules the typed text for all.
-  OdValue value = rows.front().values[field];
+  OdValue value = rows.front().values[field].value();
   ZarvelEdit box(grid.GetColumnHeading(column).substr(0, kMaxHeadingLength), typeName(value));
   if (port().ui().runModal(box) != platform::kIdOk) return;
   cellTextToValue(value, box.text());
@@ -123,7 +126,7 @@ void Zarvel::fillColumn(int column) {
       for (int index : grid.GetSelectedRows()) {
         const EditorRow& row = rows[static_cast<std::size_t>(index)];
         for (std::size_t k = 0; k < key.size() && k < row.values.size(); ++k) {
-          key[k].value = row.values[k];
+          key[k].value = row.values[k].value();
         }
         writeField(container, row.entityId, table, static_cast<int>(field), value, key);
       }
@@ -150,7 +153,7 @@ void Zarvel::refreshRowsOfIds(platform::OdContainer& container, const std::vecto
     auto found = fresh.find(row.entityId);
     if (found == fresh.end()) continue;
     std::size_t& next = taken[row.entityId];
-    if (next < found->second.size()) row.values = std::move(found->second[next++]);
+    if (next < found->second.size()) row.values = toCells(found->second[next++]);
   }
 }
 

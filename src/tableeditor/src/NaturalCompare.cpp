@@ -11,15 +11,20 @@ bool isDigit(wchar_t c) {
 }
 
 // The number of the digit run at pos, as _wtoi reads it; pos moves behind it.
-std::int32_t digitRun(const std::wstring& text, std::size_t& pos) {
+std::int32_t digitRun(std::wstring_view text, std::size_t& pos) {
   const std::size_t begin = pos;
-  while (pos < text.size() && isDigit(text[pos])) ++pos;
-  return platform::wtoi(std::wstring_view(text).substr(begin, pos - begin));
+  std::int32_t value = 0;
+  while (pos < text.size() && isDigit(text[pos])) {
+    // Nine digits can't overflow; a longer run goes to _wtoi for its limit.
+    if (pos - begin < 9) value = value * 10 + (text[pos] - L'0');
+    ++pos;
+  }
+  return pos - begin <= 9 ? value : platform::wtoi(text.substr(begin, pos - begin));
 }
 
 }  // namespace
 
-int naturalCompare(const std::wstring& a, const std::wstring& b) {
+int naturalCompare(std::wstring_view a, std::wstring_view b) {
   if (a.empty()) return -1;
   if (b.empty()) return 1;
   std::size_t i = 0;

@@ -32,11 +32,11 @@ bool keyMatches(const platform::OdTableDef& definition, const OdRecord& record, 
 }  // namespace
 
 RowKey makeRowKey(const std::vector<std::wstring>& columnNames,
-                  const std::vector<OdValue>& values) {
+                  const std::vector<CellValue>& values) {
   RowKey key;
   key.reserve(columnNames.size());
   for (std::size_t i = 0; i < columnNames.size() && i < values.size(); ++i) {
-    key.push_back({columnNames[i], values[i]});
+    key.push_back({columnNames[i], values[i].value()});
   }
   return key;
 }

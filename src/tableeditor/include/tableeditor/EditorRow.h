@@ -9,13 +9,14 @@
 
 #include "platform/ObjectId.h"
 #include "platform/OdValue.h"
+#include "tableeditor/CellValue.h"
 
 namespace zarvel {
 
 struct EditorRow {
   platform::ObjectId entityId;
   // A copy of the record's values, in the table's column order.
-  std::vector<platform::OdValue> values;
+  std::vector<CellValue> values;
   // Counts entities, not records: an entity's records share one number.
   std::uint64_t rowNumber = 0;
 };
@@ -33,6 +34,6 @@ using RowKey = std::vector<FieldKey>;
 
 // The key of a row with these values under these column names.
 RowKey makeRowKey(const std::vector<std::wstring>& columnNames,
-                  const std::vector<platform::OdValue>& values);
+                  const std::vector<CellValue>& values);
 
 }  // namespace zarvel
