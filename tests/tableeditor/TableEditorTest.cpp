@@ -166,6 +166,34 @@ TEST_F(TableEditorTest, SortByColumnKeepsTheSelectionAndRefreshReturnsToScanOrde
   EXPECT_EQ(zarvel::tableEditorState().sortDescending, 0);
 }
 
+std::vector<ObjectId> hookIds;
+void recordHook(std::vector<ObjectId>& ids) {
+  hookIds = ids;
+}
+
+TEST_F(TableEditorTest, HooksTakeSelectedOrAllRowsAndSortSelectionMovesRowsUp) {
+  const ObjectId a = road(road(host.addLine(), 1, L"a"), 2, L"a");
+  const ObjectId b = road(host.addLine(), 3, L"b");
+  open(L"Roads");
+  editor.hooks[Zarvel::kCreateIdsHook] = recordHook;
+  editor.hooks[0] = recordHook;
+  editor.runHook(Zarvel::kCreateIdsHook);
+  EXPECT_EQ(hookIds, (std::vector<ObjectId>{b, a, a}));
+  editor.runHook(0);
+  EXPECT_EQ(hookIds, (std::vector<ObjectId>{a, a, b}));
+  select({2, 0});
+  editor.runHook(Zarvel::kCreateIdsHook);
+  EXPECT_EQ(hookIds, (std::vector<ObjectId>{a, b}));
+  EXPECT_EQ(editor.grid.GetSelectedCount(), 0);  // the load ends the selection
+
+  select({2, 1});
+  editor.sortSelection();
+  EXPECT_EQ(shown(),
+            (Texts{L"1: 2 a 0.000000,0.000000,0.000000", L"2: 3 b 0.000000,0.000000,0.000000",
+                   L"1: 1 a 0.000000,0.000000,0.000000"}));
+  EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{0, 1}));
+}
+
 TEST_F(TableEditorTest, FindMatchesPartOrWholeIgnoringCaseWithoutWrapping) {
   for (const wchar_t* name : {L"Main St", L"main", L"Side"}) road(host.addLine(), 0, name);
   open(L"Roads");

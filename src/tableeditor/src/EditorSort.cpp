@@ -95,6 +95,43 @@ void Zarvel::sortRows(int column) {
   invalidate();
 }
 
+void Zarvel::sortSelection() {
+  const std::vector<int> selected = grid.GetSelectedRows();
+  if (selected.empty()) return;
+  grid.ClearSelection();
+  std::vector<bool> moved(rows.size(), false);
+  std::vector<EditorRow> reordered;
+  reordered.reserve(rows.size());
+  for (int index : selected) {
+    if (static_cast<std::size_t>(index) >= rows.size()) continue;
+    grid.SetRowSelected(static_cast<int>(reordered.size()), true);
+    reordered.push_back(std::move(rows[static_cast<std::size_t>(index)]));
+    moved[static_cast<std::size_t>(index)] = true;
+  }
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (!moved[i]) reordered.push_back(std::move(rows[i]));
+  }
+  rows = std::move(reordered);
+  invalidate();
+}
+
+void Zarvel::runHook(int hook) {
+  if (hook < 0 || hook >= kHookCount) return;
+  std::vector<ObjectId> ids;
+  selectedIds(ids);
+  pickFirstEnabled = false;
+  objectEventsEnabled = false;
+  if (ids.empty()) {
+    ids = allRowIds();
+    if (hook == kCreateIdsHook) std::reverse(ids.begin(), ids.end());
+  }
+  if (hooks[hook] != nullptr) hooks[hook](ids);
+  // Whatever the operation changed comes back as a fresh load.
+  loadTable(false);
+  pickFirstEnabled = true;
+  objectEventsEnabled = true;
+}
+
 int Zarvel::findRow(int field, const std::wstring& text, bool whole, int start) const {
   if (start < 0 || field < 0 || static_cast<std::size_t>(start) >= rows.size()) return -1;
   const std::wstring wanted = platform::lowerCase(text);

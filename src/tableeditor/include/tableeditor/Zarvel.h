@@ -28,6 +28,9 @@ class Zarvel : public GridListener {
   // The operations of the Edit menu, each given the ids of the rows chosen.
   using Hook = void (*)(std::vector<platform::ObjectId>&);
   static constexpr int kHookCount = 6;
+  // The hook that numbers its rows: with none selected it numbers from the
+  // last row up.
+  static constexpr int kCreateIdsHook = 3;
 
   Zarvel();
   Zarvel(const Zarvel&) = delete;
@@ -63,6 +66,11 @@ class Zarvel : public GridListener {
   // The first row from start on whose field holds the text (ignoring case),
   // or equals it with whole; -1 when none, with no wrap to the top.
   int findRow(int field, const std::wstring& text, bool whole, int start) const;
+  // Moves the selected rows to the top, in their order, still selected.
+  void sortSelection();
+  // Runs an Edit menu operation on the selected rows' entities, or on every
+  // row's with none selected, then loads the table afresh.
+  void runHook(int hook);
   // Runs the find box over the rows, from the row after the focus on, and
   // selects and focuses the row found; false when none was found.
   bool findNext();
