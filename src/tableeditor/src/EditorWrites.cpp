@@ -168,14 +168,14 @@ void Zarvel::paste(const std::optional<std::wstring>& clipboardText) {
   }
   if (!clipboardText || clipboardText->empty()) return;
   // The whole text is checked before anything is written.
-  std::vector<std::vector<std::wstring>> lines;
   const std::size_t fields = static_cast<std::size_t>(std::max(grid.GetColumnCount() - 1, 0));
+  std::vector<std::vector<std::wstring>> lines;
+  bool shaped = true;
   for (const std::wstring& line : pastedLines(*clipboardText)) {
     lines.push_back(pastedCells(line));
-    if (lines.back().size() != fields) lines.clear();
-    if (lines.empty()) break;
+    shaped = shaped && lines.back().size() == fields;
   }
-  if (lines.empty() || lines.size() > ids.size()) {
+  if (!shaped || lines.size() > ids.size()) {
     messageBox(kMsgDataDoesNotMatch, kMsgErrorCaption, platform::kMbOk | platform::kMbIconError);
     return;
   }
