@@ -194,6 +194,32 @@ TEST_F(TableEditorTest, HooksTakeSelectedOrAllRowsAndSortSelectionMovesRowsUp) {
   EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{0, 1}));
 }
 
+TEST_F(TableEditorTest, KeysWithCtrlQueueHostCommandsAndDeleteWithoutIt) {
+  const ObjectId a = road(host.addLine(), 1, L"a");
+  open(L"Roads");
+  const struct {
+    Zarvel::Key key;
+    bool ctrl;
+    Texts sent;
+  } cases[] = {
+      {Zarvel::Key::F, true, {L"ZARVEL_HAS_SPECIFIC_VALUES\n"}},
+      {Zarvel::Key::Z, true, {L"_UNDO\n\n"}},
+      {Zarvel::Key::Y, true, {L"_MREDO\n\n"}},
+      {Zarvel::Key::Z, false, {}},
+      {Zarvel::Key::Delete, true, {}},
+  };
+  for (const auto& c : cases) {
+    host.sent.clear();
+    editor.onKey(c.key, c.ctrl, std::nullopt);
+    EXPECT_EQ(host.sent, c.sent);
+  }
+  EXPECT_EQ(records(a).size(), 1u);
+  editor.onKey(Zarvel::Key::A, true, std::nullopt);
+  host.messageBoxAnswers = {platform::kIdOk};
+  editor.onKey(Zarvel::Key::Delete, false, std::nullopt);
+  EXPECT_TRUE(records(a).empty());
+}
+
 TEST_F(TableEditorTest, FindMatchesPartOrWholeIgnoringCaseWithoutWrapping) {
   for (const wchar_t* name : {L"Main St", L"main", L"Side"}) road(host.addLine(), 0, name);
   open(L"Roads");

@@ -32,6 +32,9 @@ class Zarvel : public GridListener {
   // last row up.
   static constexpr int kCreateIdsHook = 3;
 
+  // The keys the list answers besides its own.
+  enum class Key { A, C, F, Z, Y, V, Delete };
+
   Zarvel();
   Zarvel(const Zarvel&) = delete;
   Zarvel& operator=(const Zarvel&) = delete;
@@ -88,6 +91,15 @@ class Zarvel : public GridListener {
                         const std::vector<platform::ObjectId>& ids);
   // Takes rows out of the list.
   void removeRows(std::vector<int> indices);
+
+  // --- Keys and the host's commands ------------------------------------------
+  // A key in the list: with Ctrl the first of A, C, F, Z, Y, V that matches;
+  // without, Delete only. The clipboard's text goes to a paste.
+  void onKey(Key key, bool ctrl, const std::optional<std::wstring>& clipboardText);
+  // Queues the text and a line feed at the host's command line.
+  static void runCommandString(const std::wstring& text);
+  // Zooms to the pick-first set and selects it again, after the handler.
+  static void showSelectionInDrawing();
 
   // --- GridListener ---------------------------------------------------------
   // Typing into a cell writes the record at once.
