@@ -62,6 +62,24 @@ TEST(SessionTest, NamesIgnoreCaseAndPrefixesAndEachCommandIsOneUndoStep) {
             std::string::npos);
 }
 
+TEST(SessionTest, OutsideACommandEachOutermostLockSpanIsOneUndoStep) {
+  ScriptRun run("UNDO\n\n");
+  platform::Documents& documents = run.session.documents();
+  Database& db = run.session.db();
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_EQ(documents.lockDocument(platform::LockMode::Write), platform::Status::Ok);
+    ASSERT_EQ(documents.lockDocument(platform::LockMode::Write), platform::Status::Ok);
+    db.addEntity(std::make_unique<LineEntity>(), db.modelSpace());
+    ASSERT_EQ(documents.unlockDocument(), platform::Status::Ok);
+    db.addEntity(std::make_unique<LineEntity>(), db.modelSpace());
+    ASSERT_EQ(documents.unlockDocument(), platform::Status::Ok);
+  }
+  EXPECT_FALSE(db.undo().recording());
+  run.session.run();
+  EXPECT_EQ(db.blockEntities(db.modelSpace()).size(), 2u);
+  EXPECT_NE(run.out.str().find("Palette edit\n"), std::string::npos);
+}
+
 TEST(SessionTest, AReactorMayLeaveWhileItIsTold) {
   struct Leaver : platform::EditorReactor {
     Session* session = nullptr;

@@ -146,6 +146,7 @@ inline constexpr int kMbOkCancel = 0x1;
 inline constexpr int kMbYesNoCancel = 0x3;
 inline constexpr int kMbYesNo = 0x4;
 inline constexpr int kMbIconError = 0x10;
+inline constexpr int kMbIconQuestion = 0x20;
 inline constexpr int kMbIconExclamation = 0x30;
 inline constexpr int kIdYes = 6;
 inline constexpr int kIdNo = 7;

@@ -225,7 +225,9 @@ struct Message {
     L"Data\n"                                                                                   \
     L"handling as an internal database.\n"                                                      \
     L"Made by the zarvel team.\n"                                                               \
-    L"Version 1.125.2d\n")
+    L"Version 1.125.2d\n")                                                                      \
+  X(kDlgFindTitle, 1600, (), L"Find")                                                           \
+  X(kDlgMatchWholeString, 1601, (), L"Match whole string")
 
 // The texts commands print as they go, which the string table does not hold,
 // numbered from 2000 on.

@@ -62,7 +62,9 @@ void paletteCommand(Session& s) {
 }  // namespace
 
 void registerPaletteCommand(Session& session) {
-  session.addHostCommand({L"PALETTE", paletteCommand, true,
+  // No step of its own: each edit of a palette, one lock span, is one step,
+  // as when the palette is used beside the command line.
+  session.addHostCommand({L"PALETTE", paletteCommand, false,
                           L"works in an open palette: its actions by name, until Enter"});
 }
 

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "host/db/Database.h"
+
 #include "platform/Documents.h"
 
 namespace host {
@@ -24,8 +26,16 @@ class SessionDocuments : public platform::Documents {
   // Drops what the command that ends left locked or pushed.
   void endCommand();
 
+  // The name UNDO gives a lock span's step.
+  static constexpr const wchar_t* kLockStepName = L"Palette edit";
+
  private:
+  void endLockStep();
+
   Session& session_;
+  // The drawing whose undo step the outermost lock span opened; null when
+  // the span runs within a command's step.
+  Database* lockStepDb_ = nullptr;
   std::vector<void*> resourceStack_;
 };
 
