@@ -4,6 +4,7 @@
 #include <set>
 
 #include "ModuleFixture.h"
+#include "tableeditor/Zarvel.h"
 
 namespace testing_support {
 namespace {
@@ -45,9 +46,17 @@ TEST_F(FrameTest, UnloadRemovesEverythingItRegistered) {
   zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
 }
 
-TEST_F(FrameTest, CommandsNotBuiltYetSayTheyDidNothing) {
+TEST_F(FrameTest, TablePaletteIsMadeOnceAndGoesAtUnload) {
   run(L"ZARVEL_TABLE");
-  EXPECT_EQ(host.printed, L"Error. Operation unsuccessful.\n");
+  run(L"ZARVEL_TABLE");
+  ASSERT_EQ(host.openPalettes.size(), 1u);
+  EXPECT_EQ(host.openPalettes.front()->name(), L"ZARVEL_TABLE");
+  EXPECT_TRUE(zarvel::Zarvel::instance().shown);
+  platform::AppPacket packet{&host, &host};
+  zarvel::entryPoint(platform::AppMsg::kUnloadApp, &packet);
+  EXPECT_TRUE(host.openPalettes.empty());
+  EXPECT_FALSE(zarvel::Zarvel::instance().shown);
+  zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
 }
 
 }  // namespace

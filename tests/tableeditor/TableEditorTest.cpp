@@ -234,7 +234,7 @@ TEST_F(TableEditorTest, FindMatchesPartOrWholeIgnoringCaseWithoutWrapping) {
     find.control(zarvel::ZarvelFind::kIdValue).text = L"side";
     return platform::kIdOk;
   };
-  EXPECT_TRUE(editor.findNext());
+  EXPECT_EQ(editor.findNext(), Zarvel::FindOutcome::Found);
   EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{2}));
   EXPECT_EQ(zarvel::tableEditorState().lastFindText, L"side");
 }
