@@ -60,8 +60,8 @@ ZarvelPalette::ZarvelPalette(Zarvel& editor)
     : platform::PaletteModel(kPaletteName), editor_(editor) {}
 
 std::vector<std::wstring> ZarvelPalette::actions() const {
-  return {L"Table", L"List",   L"Select", L"Edit", L"Fill",
-          L"Paste", L"Delete", L"Sort",   L"Find", L"Close"};
+  return {L"Table", L"Refresh", L"List", L"Select", L"Edit", L"Fill",
+          L"Paste", L"Delete",  L"Sort", L"Find",   L"Close"};
 }
 
 void ZarvelPalette::runAction(const std::wstring& action) {
@@ -69,6 +69,8 @@ void ZarvelPalette::runAction(const std::wstring& action) {
   GridFocus focus(gridFocused_);
   if (action == L"Table") {
     chooseTable();
+  } else if (action == L"Refresh") {
+    editor_.refresh();
   } else if (action == L"List") {
     listRows();
   } else if (action == L"Select") {
