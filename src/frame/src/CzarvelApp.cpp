@@ -124,6 +124,7 @@ int CzarvelApp::onUnloadApp(void* /*packet*/) {
 
 int CzarvelApp::onLoadDwg(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
+  tableDocumentActivated();
   for (int i = 0; i < static_cast<int>(std::size(kLispEntries)); ++i) {
     port().defineFunction(kLispEntries[i].name, i);
   }

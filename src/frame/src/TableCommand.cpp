@@ -46,6 +46,14 @@ void commandEditTable() {
   platform::ignoreStatus(port().ui().showPalette(*palette));
 }
 
+void tableDocumentActivated() {
+  std::unique_ptr<ZarvelPalette>& palette = tablePalette();
+  if (!palette) return;
+  // Empty until the user picks a table again, even on a return to a drawing.
+  palette->editor().resetEditor();
+  palette->editor().loadTable(false);
+}
+
 void destroyTablePalette() {
   std::unique_ptr<ZarvelPalette>& palette = tablePalette();
   if (!palette) return;

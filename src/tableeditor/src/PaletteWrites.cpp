@@ -4,6 +4,7 @@
 #include "oddata/CommandFrame.h"
 #include "oddata/Port.h"
 #include "oddata/ValueText.h"
+#include "platform/Text.h"
 #include "tableeditor/ZarvelPalette.h"
 
 namespace zarvel {
@@ -21,7 +22,31 @@ std::optional<std::wstring> askValue(const std::wstring& current) {
   return reply.text;
 }
 
+// The Edit menu's operations, in the order of the editor's hooks.
+const wchar_t* const kOperations[Zarvel::kHookCount] = {L"Coordinates", L"Properties", L"Text",
+                                                        L"IDs",         L"Replace",    L"Values"};
+
 }  // namespace
+
+void ZarvelPalette::runOperation() {
+  std::wstring prompt = L"Operation [";
+  for (int i = 0; i < Zarvel::kHookCount; ++i) {
+    prompt += (i > 0 ? L"/" : L"") + std::wstring(kOperations[i]);
+  }
+  prompt += L"]: ";
+  platform::Editor& ed = port().editor();
+  for (;;) {
+    const platform::StringReply reply = ed.getString(prompt, false);
+    if (reply.status != PromptStatus::Normal || reply.text.empty()) return;
+    for (int i = 0; i < Zarvel::kHookCount; ++i) {
+      if (platform::equalsIgnoreCase(reply.text, kOperations[i])) {
+        editor_.runHook(i);
+        return;
+      }
+    }
+    ed.print(L"No operation is named " + reply.text + L".\n");
+  }
+}
 
 void ZarvelPalette::editCell() {
   const std::optional<int> row = askRow();

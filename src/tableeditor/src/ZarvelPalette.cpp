@@ -60,8 +60,8 @@ ZarvelPalette::ZarvelPalette(Zarvel& editor)
     : platform::PaletteModel(kPaletteName), editor_(editor) {}
 
 std::vector<std::wstring> ZarvelPalette::actions() const {
-  return {L"Table", L"Refresh", L"List", L"Select", L"Edit", L"Fill",
-          L"Paste", L"Delete",  L"Sort", L"Find",   L"Close"};
+  return {L"Table", L"Refresh", L"List", L"Select", L"Edit",      L"Fill",
+          L"Paste", L"Delete",  L"Sort", L"Find",   L"Operation", L"Close"};
 }
 
 void ZarvelPalette::runAction(const std::wstring& action) {
@@ -87,6 +87,8 @@ void ZarvelPalette::runAction(const std::wstring& action) {
     sortColumn();
   } else if (action == L"Find") {
     findRow();
+  } else if (action == L"Operation") {
+    runOperation();
   } else if (action == L"Close") {
     editor_.shown = false;
   }

@@ -5,6 +5,8 @@
 namespace zarvel {
 
 void commandEditTable();
+// Another drawing became the current one: the editor's rows are of the last.
+void tableDocumentActivated();
 // At unload: the editor's palette goes, and stops watching the drawing.
 void destroyTablePalette();
 

@@ -34,6 +34,9 @@ class ZarvelPalette : public platform::PaletteModel, public platform::EditorReac
   void selectRows();
   void editCell();
   void fillColumn();
+  // One of the Edit menu's operations on the selected rows' entities, or on
+  // every row's.
+  void runOperation();
   void pasteCells();
   void sortColumn();
   void findRow();
