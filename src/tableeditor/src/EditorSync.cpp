@@ -4,6 +4,7 @@
 // events its own changes cause.
 #include <algorithm>
 #include <memory>
+#include <unordered_set>
 
 #include "oddata/OdAccess.h"
 #include "oddata/Port.h"
@@ -30,10 +31,12 @@ void Zarvel::syncSelection(bool gridFocused) {
 }
 
 void Zarvel::markRowsOfIds(const std::vector<ObjectId>& ids) {
+  // Hashed once, so that a search's million entities against a million rows
+  // cost a pass over each, not their product.
+  const std::unordered_set<ObjectId> chosen(ids.begin(), ids.end());
   const int count = std::min(grid.GetItemCount(), static_cast<int>(rows.size()));
   for (int row = 0; row < count; ++row) {
-    const ObjectId id = rows[static_cast<std::size_t>(row)].entityId;
-    grid.SetRowSelected(row, std::find(ids.begin(), ids.end(), id) != ids.end());
+    grid.SetRowSelected(row, chosen.count(rows[static_cast<std::size_t>(row)].entityId) > 0);
   }
 }
 
