@@ -60,8 +60,8 @@ ZarvelPalette::ZarvelPalette(Zarvel& editor)
     : platform::PaletteModel(kPaletteName), editor_(editor) {}
 
 std::vector<std::wstring> ZarvelPalette::actions() const {
-  return {L"Table", L"Refresh", L"List", L"Select", L"Edit",      L"Fill",
-          L"Paste", L"Delete",  L"Sort", L"Find",   L"Operation", L"Close"};
+  return {L"Table",  L"Refresh", L"List", L"Select",    L"Edit", L"Fill",        L"Paste",
+          L"Delete", L"Sort",    L"Find", L"Operation", L"View", L"Synchronize", L"Close"};
 }
 
 void ZarvelPalette::runAction(const std::wstring& action) {
@@ -89,6 +89,10 @@ void ZarvelPalette::runAction(const std::wstring& action) {
     findRow();
   } else if (action == L"Operation") {
     runOperation();
+  } else if (action == L"View") {
+    viewMenu();
+  } else if (action == L"Synchronize") {
+    askSynchronize();
   } else if (action == L"Close") {
     editor_.shown = false;
   }

@@ -37,6 +37,10 @@ class ZarvelPalette : public platform::PaletteModel, public platform::EditorReac
   // One of the Edit menu's operations on the selected rows' entities, or on
   // every row's.
   void runOperation();
+  // Select All, Invert Selection and Sort Selection.
+  void viewMenu();
+  // Whether a selection made in the grid selects its entities too.
+  void askSynchronize();
   void pasteCells();
   void sortColumn();
   void findRow();
