@@ -87,10 +87,6 @@ void ZarvelPalette::sortColumn() {
 
 void ZarvelPalette::findRow() {
   platform::Editor& ed = port().editor();
-  if (editor_.columnNames.empty()) {
-    ed.print(L"No table is shown.\n");
-    return;
-  }
   switch (editor_.findNext()) {
     case Zarvel::FindOutcome::Found:
       ed.print(rowLine(editor_.grid.GetFocusRow()));

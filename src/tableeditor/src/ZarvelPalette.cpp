@@ -42,6 +42,15 @@ std::wstring padded(const std::wstring& text, std::size_t width) {
   return std::wstring(width > text.size() ? width - text.size() : 0, L' ') + text;
 }
 
+// The actions that work on rows, which an empty grid has none of.
+bool needsRows(const std::wstring& action) {
+  for (const wchar_t* free :
+       {L"Table", L"Refresh", L"List", L"Operation", L"Synchronize", L"Close"}) {
+    if (action == free) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 class ZarvelPalette::GridFocus {
@@ -67,6 +76,10 @@ std::vector<std::wstring> ZarvelPalette::actions() const {
 void ZarvelPalette::runAction(const std::wstring& action) {
   ResourceScope scope;
   GridFocus focus(gridFocused_);
+  if (needsRows(action) && editor_.grid.GetItemCount() == 0) {
+    port().editor().print(L"No rows are shown: choose a table with Table.\n");
+    return;
+  }
   if (action == L"Table") {
     chooseTable();
   } else if (action == L"Refresh") {
