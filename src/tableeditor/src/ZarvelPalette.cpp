@@ -45,7 +45,7 @@ std::wstring padded(const std::wstring& text, std::size_t width) {
 // The actions that work on rows, which an empty grid has none of.
 bool needsRows(const std::wstring& action) {
   for (const wchar_t* free :
-       {L"Table", L"Refresh", L"List", L"Operation", L"Synchronize", L"Close"}) {
+       {L"Table", L"Refresh", L"List", L"Operation", L"Synchronize", L"Undo", L"Redo", L"Close"}) {
     if (action == free) return false;
   }
   return true;
@@ -69,8 +69,9 @@ ZarvelPalette::ZarvelPalette(Zarvel& editor)
     : platform::PaletteModel(kPaletteName), editor_(editor) {}
 
 std::vector<std::wstring> ZarvelPalette::actions() const {
-  return {L"Table",  L"Refresh", L"List", L"Select",    L"Edit", L"Fill",        L"Paste",
-          L"Delete", L"Sort",    L"Find", L"Operation", L"View", L"Synchronize", L"Close"};
+  return {L"Table",       L"Refresh", L"List", L"Select", L"Edit",      L"Fill",
+          L"Paste",       L"Delete",  L"Sort", L"Find",   L"Operation", L"View",
+          L"Synchronize", L"Undo",    L"Redo", L"Close"};
 }
 
 void ZarvelPalette::runAction(const std::wstring& action) {
@@ -106,6 +107,11 @@ void ZarvelPalette::runAction(const std::wstring& action) {
     viewMenu();
   } else if (action == L"Synchronize") {
     askSynchronize();
+  } else if (action == L"Undo" || action == L"Redo") {
+    // The host's command runs once the one that offers these actions has
+    // ended, as it would beside a docked palette.
+    port().editor().postCommand(L"CANCELCMD");
+    editor_.onKey(action == L"Undo" ? Zarvel::Key::Z : Zarvel::Key::Y, true, std::nullopt);
   } else if (action == L"Close") {
     editor_.shown = false;
   }
