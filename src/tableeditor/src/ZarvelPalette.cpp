@@ -42,15 +42,6 @@ std::wstring padded(const std::wstring& text, std::size_t width) {
   return std::wstring(width > text.size() ? width - text.size() : 0, L' ') + text;
 }
 
-// The actions that work on rows, which an empty grid has none of.
-bool needsRows(const std::wstring& action) {
-  for (const wchar_t* free :
-       {L"Table", L"Refresh", L"List", L"Operation", L"Synchronize", L"Undo", L"Redo", L"Close"}) {
-    if (action == free) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 class ZarvelPalette::GridFocus {
@@ -68,53 +59,72 @@ class ZarvelPalette::GridFocus {
 ZarvelPalette::ZarvelPalette(Zarvel& editor)
     : platform::PaletteModel(kPaletteName), editor_(editor) {}
 
-std::vector<std::wstring> ZarvelPalette::actions() const {
-  return {L"Table",       L"Refresh", L"List", L"Select", L"Edit",      L"Fill",
-          L"Paste",       L"Delete",  L"Sort", L"Find",   L"Operation", L"View",
-          L"Synchronize", L"Undo",    L"Redo", L"Close"};
+// The actions in the order offered, each with whether it works on rows,
+// which an empty grid has none of.
+const std::vector<ZarvelPalette::Action>& ZarvelPalette::actionTable() {
+  static const std::vector<Action> table = {
+      {L"Table", &ZarvelPalette::chooseTable, false},
+      {L"Refresh", &ZarvelPalette::refresh, false},
+      {L"List", &ZarvelPalette::listRows, false},
+      {L"Select", &ZarvelPalette::selectRows, true},
+      {L"Edit", &ZarvelPalette::editCell, true},
+      {L"Fill", &ZarvelPalette::fillColumn, true},
+      {L"Paste", &ZarvelPalette::pasteCells, true},
+      {L"Delete", &ZarvelPalette::deleteRows, true},
+      {L"Sort", &ZarvelPalette::sortColumn, true},
+      {L"Find", &ZarvelPalette::findRow, true},
+      {L"Operation", &ZarvelPalette::runOperation, false},
+      {L"View", &ZarvelPalette::viewMenu, true},
+      {L"Synchronize", &ZarvelPalette::askSynchronize, false},
+      {L"Undo", &ZarvelPalette::undo, false},
+      {L"Redo", &ZarvelPalette::redo, false},
+      {L"Close", &ZarvelPalette::close, false},
+  };
+  return table;
 }
 
-void ZarvelPalette::runAction(const std::wstring& action) {
+std::vector<std::wstring> ZarvelPalette::actions() const {
+  std::vector<std::wstring> names;
+  for (const Action& action : actionTable()) names.push_back(action.name);
+  return names;
+}
+
+void ZarvelPalette::runAction(const std::wstring& name) {
   ResourceScope scope;
   GridFocus focus(gridFocused_);
-  if (needsRows(action) && editor_.grid.GetItemCount() == 0) {
-    port().editor().print(L"No rows are shown: choose a table with Table.\n");
+  for (const Action& action : actionTable()) {
+    if (name != action.name) continue;
+    if (action.needsRows && editor_.grid.GetItemCount() == 0) {
+      port().editor().print(L"No rows are shown: choose a table with Table.\n");
+      return;
+    }
+    (this->*action.run)();
     return;
   }
-  if (action == L"Table") {
-    chooseTable();
-  } else if (action == L"Refresh") {
-    editor_.refresh();
-  } else if (action == L"List") {
-    listRows();
-  } else if (action == L"Select") {
-    selectRows();
-  } else if (action == L"Edit") {
-    editCell();
-  } else if (action == L"Fill") {
-    fillColumn();
-  } else if (action == L"Paste") {
-    pasteCells();
-  } else if (action == L"Delete") {
-    editor_.deleteSelectedRows();
-  } else if (action == L"Sort") {
-    sortColumn();
-  } else if (action == L"Find") {
-    findRow();
-  } else if (action == L"Operation") {
-    runOperation();
-  } else if (action == L"View") {
-    viewMenu();
-  } else if (action == L"Synchronize") {
-    askSynchronize();
-  } else if (action == L"Undo" || action == L"Redo") {
-    // The host's command runs once the one that offers these actions has
-    // ended, as it would beside a docked palette.
-    port().editor().postCommand(L"CANCELCMD");
-    editor_.onKey(action == L"Undo" ? Zarvel::Key::Z : Zarvel::Key::Y, true, std::nullopt);
-  } else if (action == L"Close") {
-    editor_.shown = false;
-  }
+}
+
+void ZarvelPalette::refresh() {
+  editor_.refresh();
+}
+
+void ZarvelPalette::deleteRows() {
+  editor_.deleteSelectedRows();
+}
+
+// The host's command runs once the one that offers these actions has ended,
+// as it would beside a docked palette.
+void ZarvelPalette::undo() {
+  port().editor().postCommand(L"CANCELCMD");
+  editor_.onKey(Zarvel::Key::Z, true, std::nullopt);
+}
+
+void ZarvelPalette::redo() {
+  port().editor().postCommand(L"CANCELCMD");
+  editor_.onKey(Zarvel::Key::Y, true, std::nullopt);
+}
+
+void ZarvelPalette::close() {
+  editor_.shown = false;
 }
 
 void ZarvelPalette::pickfirstModified() {

@@ -28,7 +28,18 @@ class ZarvelPalette : public platform::PaletteModel, public platform::EditorReac
   // While an action runs, the user works in the grid: what changes the
   // selection then comes from it.
   class GridFocus;
+  struct Action {
+    const wchar_t* name;
+    void (ZarvelPalette::*run)();
+    bool needsRows;
+  };
+  static const std::vector<Action>& actionTable();
 
+  void refresh();
+  void deleteRows();
+  void undo();
+  void redo();
+  void close();
   void chooseTable();
   void listRows();
   void selectRows();
