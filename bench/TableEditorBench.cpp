@@ -1,7 +1,8 @@
 // The table editor's model over the drawing of a million lines: loading the
 // Roads table (a row per record, 1.33 million), sorting by a text, an integer
-// and a real column, a find over every row, and a column fill of every record,
-// with the memory the rows take.
+// and a real column, a find over every row, the rows marked by a selection of
+// every entity, and a column fill of every record, with the memory the rows
+// take.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -96,11 +97,26 @@ void BM_FillColumn(benchmark::State& state) {
   }
 }
 
+// A selection of every entity made in the drawing marks every row.
+void BM_MarkRowsOfSelection(benchmark::State& state) {
+  Zarvel& editor = loadedEditor(fixture());
+  const std::vector<platform::ObjectId> ids = editor.allRowIds();
+  for (auto _ : state) {
+    editor.markRowsOfIds({});
+    editor.markRowsOfIds(ids);
+  }
+  if (editor.grid.GetSelectedCount() != static_cast<int>(kRoadsRecords)) {
+    state.SkipWithError("the rows were not marked");
+  }
+  editor.markRowsOfIds({});
+}
+
 BENCHMARK(BM_LoadRoads)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_SortByName)->Unit(benchmark::kMillisecond)->Iterations(4);
 BENCHMARK(BM_SortById)->Unit(benchmark::kMillisecond)->Iterations(4);
 BENCHMARK(BM_SortByLength)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_FindAllRows)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_MarkRowsOfSelection)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_FillColumn)->Unit(benchmark::kMillisecond)->Iterations(2);
 
 }  // namespace

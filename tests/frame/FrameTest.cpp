@@ -4,6 +4,8 @@
 #include <set>
 
 #include "ModuleFixture.h"
+#include "tableeditor/EditorState.h"
+#include "tableeditor/Zarvel.h"
 
 namespace testing_support {
 namespace {
@@ -45,9 +47,23 @@ TEST_F(FrameTest, UnloadRemovesEverythingItRegistered) {
   zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
 }
 
-TEST_F(FrameTest, CommandsNotBuiltYetSayTheyDidNothing) {
+TEST_F(FrameTest, TablePaletteIsMadeOnceEmptiedByAnotherDrawingAndGoesAtUnload) {
   run(L"ZARVEL_TABLE");
-  EXPECT_EQ(host.printed, L"Error. Operation unsuccessful.\n");
+  run(L"ZARVEL_TABLE");
+  ASSERT_EQ(host.openPalettes.size(), 1u);
+  EXPECT_EQ(host.openPalettes.front()->name(), L"ZARVEL_TABLE");
+  EXPECT_TRUE(zarvel::Zarvel::instance().shown);
+  // A drawing opened empties the editor.
+  zarvel::tableEditorState().currentTableName = L"Roads";
+  zarvel::Zarvel::instance().rows.resize(2);
+  platform::AppPacket packet{&host, &host};
+  zarvel::entryPoint(platform::AppMsg::kLoadDwg, &packet);
+  EXPECT_TRUE(zarvel::tableEditorState().currentTableName.empty());
+  EXPECT_TRUE(zarvel::Zarvel::instance().rows.empty());
+  zarvel::entryPoint(platform::AppMsg::kUnloadApp, &packet);
+  EXPECT_TRUE(host.openPalettes.empty());
+  EXPECT_FALSE(zarvel::Zarvel::instance().shown);
+  zarvel::entryPoint(platform::AppMsg::kInitApp, &packet);
 }
 
 }  // namespace

@@ -234,7 +234,7 @@ TEST_F(TableEditorTest, FindMatchesPartOrWholeIgnoringCaseWithoutWrapping) {
     find.control(zarvel::ZarvelFind::kIdValue).text = L"side";
     return platform::kIdOk;
   };
-  EXPECT_TRUE(editor.findNext());
+  EXPECT_EQ(editor.findNext(), Zarvel::FindOutcome::Found);
   EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{2}));
   EXPECT_EQ(zarvel::tableEditorState().lastFindText, L"side");
 }
@@ -344,6 +344,38 @@ TEST_F(TableEditorTest, DeleteTriesEachSelectedKeyOnEverySelectedEntity) {
   editor.deleteSelectedRows();
   EXPECT_TRUE(records(a).empty());
   EXPECT_TRUE(records(b).empty());
+}
+
+TEST_F(TableEditorTest, SelectionFollowsThePickFirstSetBothWaysAndNewColumnsReload) {
+  const ObjectId twice = road(road(host.addLine(), 1, L"a"), 1, L"a");
+  const ObjectId other = road(host.addLine(), 2, L"b");
+  const ObjectId bare = host.addLine();
+  open(L"Roads");
+  editor.shown = true;
+  // From the drawing: both rows of an entity with two records; none for an
+  // entity without a row.
+  host.pickFirst = {twice, bare};
+  editor.onPickfirstModified(false);
+  EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{0, 1}));
+  host.pickFirst = {bare};
+  editor.onPickfirstModified(false);
+  EXPECT_TRUE(editor.grid.GetSelectedRows().empty());
+  // From the grid, and not while the editor is closed.
+  select({2});
+  editor.onPickfirstModified(true);
+  EXPECT_EQ(host.pickFirst, (std::vector<ObjectId>{other}));
+  editor.shown = false;
+  host.pickFirst = {twice};
+  editor.onPickfirstModified(false);
+  EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{2}));
+  // A column added from outside shows at the next change of the set.
+  editor.shown = true;
+  platform::OdTableDef def = zarvel::getODContainer().getTable(L"Roads")->definition();
+  def.columns.push_back({L"EXTRA", OdType::Integer, L"", OdValue(5)});
+  ASSERT_EQ(zarvel::getODContainer().updateTableDefinition(L"Roads", def), platform::Status::Ok);
+  editor.onPickfirstModified(false);
+  EXPECT_EQ(editor.columnNames.back(), L"EXTRA");
+  EXPECT_TRUE(editor.grid.GetSelectedRows().empty());
 }
 
 }  // namespace

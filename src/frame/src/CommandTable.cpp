@@ -1,11 +1,11 @@
 // The command table: every command the user can start by name, in the order
-// of registration. A command whose body is not built yet is still registered,
-// and says that it did nothing.
+// of registration.
 #include "attributes/AttributeCommands.h"
 #include "convert/PolylineConversion.h"
 #include "frame/BreakCommand.h"
 #include "frame/CommandsPalette.h"
 #include "frame/CzarvelApp.h"
+#include "frame/TableCommand.h"
 #include "oddata/CommandFrame.h"
 #include "records/AttachData.h"
 #include "records/CopyCommands.h"
@@ -28,11 +28,6 @@
 
 namespace zarvel {
 namespace {
-
-void commandNotAvailable() {
-  ResourceScope scope;
-  printMessage(kMsgOperationUnsuccessful);
-}
 
 // Transparent, sees the pick-first set, redraws.
 constexpr int kFlags = platform::CommandFlags::kTransparent |
@@ -73,7 +68,7 @@ const std::vector<CommandEntry>& commandTable() {
       {L"ZARVEL_RMUNUSED", kFlags, commandRmUnused},
       {L"ZARVEL_STAT", kFlags, commandStat},
       {L"ZARVEL_HAS_NO_SPECIFIC_OD", kFlags, commandHasNoSpecificOd},
-      {L"ZARVEL_TABLE", kFlags, commandNotAvailable},
+      {L"ZARVEL_TABLE", kFlags, commandEditTable},
       {L"ZARVEL_BREAK", kFlags, commandBreak},
       {L"ZARVEL_ABOUT", kFlags, commandAbout},
       {L"ZARVEL_EXPL", kFlags, commandExpl},

@@ -6,6 +6,7 @@
 #include "frame/CommandsPalette.h"
 #include "frame/DocData.h"
 #include "frame/HostCommandWatch.h"
+#include "frame/TableCommand.h"
 #include "oddata/Port.h"
 #include "oddata/Selection.h"
 #include "records/AttachOD.h"
@@ -101,6 +102,7 @@ int CzarvelApp::onInitApp(void* packet) {
 int CzarvelApp::onUnloadApp(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
   // The palettes go first, while the commands they would start still stand.
+  destroyTablePalette();
   destroyCommandsPalette();
   platform::Host& host = port();
   // Unloading goes on whatever the stack answers: a group or command it no
@@ -122,6 +124,7 @@ int CzarvelApp::onUnloadApp(void* /*packet*/) {
 
 int CzarvelApp::onLoadDwg(void* /*packet*/) {
   if (!hasPort()) return kRetOk;
+  tableDocumentActivated();
   for (int i = 0; i < static_cast<int>(std::size(kLispEntries)); ++i) {
     port().defineFunction(kLispEntries[i].name, i);
   }

@@ -147,17 +147,17 @@ int Zarvel::findRow(int field, const std::wstring& text, bool whole, int start) 
   return -1;
 }
 
-bool Zarvel::findNext() {
+Zarvel::FindOutcome Zarvel::findNext() {
   ZarvelFind find(columnNames);
-  if (port().ui().runModal(find) != platform::kIdOk) return false;
+  if (port().ui().runModal(find) != platform::kIdOk) return FindOutcome::Cancelled;
   const TableEditorState& state = tableEditorState();
   const int row =
       findRow(find.column(), state.lastFindText, state.lastFindWholeString, grid.GetFocusRow() + 1);
-  if (row < 0) return false;
+  if (row < 0) return FindOutcome::NotFound;
   grid.ClearSelection();
   grid.SetRowSelected(row, true);
   grid.SetFocusRow(row);
-  return true;
+  return FindOutcome::Found;
 }
 
 }  // namespace zarvel

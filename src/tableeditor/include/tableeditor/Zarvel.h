@@ -14,6 +14,7 @@
 
 #include "grid/DataGrid.h"
 #include "grid/GridListener.h"
+#include "platform/ObjectData.h"
 #include "platform/ObjectId.h"
 #include "tableeditor/EditorRow.h"
 
@@ -75,8 +76,9 @@ class Zarvel : public GridListener {
   // row's with none selected, then loads the table afresh.
   void runHook(int hook);
   // Runs the find box over the rows, from the row after the focus on, and
-  // selects and focuses the row found; false when none was found.
-  bool findNext();
+  // selects and focuses the row found.
+  enum class FindOutcome { Cancelled, NotFound, Found };
+  FindOutcome findNext();
 
   // --- Writes -------------------------------------------------------------
   // Fills a whole field column with one value typed in the fill box: the
@@ -100,6 +102,18 @@ class Zarvel : public GridListener {
   static void runCommandString(const std::wstring& text);
   // Zooms to the pick-first set and selects it again, after the handler.
   static void showSelectionInDrawing();
+
+  // --- Synchronisation with the drawing --------------------------------------
+  // Carries a selection across: from the grid to the pick-first set when the
+  // grid has the focus (and synchronising is on), else from the pick-first set
+  // to the rows.
+  void syncSelection(bool gridFocused);
+  // Selects the rows of these entities and deselects the others; with none,
+  // deselects every row.
+  void markRowsOfIds(const std::vector<platform::ObjectId>& ids);
+  // The drawing's pick-first set changed: reloads when the table's definition
+  // changed meanwhile, else marks the rows of what is selected.
+  void onPickfirstModified(bool gridFocused);
 
   // --- GridListener ---------------------------------------------------------
   // Typing into a cell writes the record at once.
