@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/editor/AnswerParsing.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
 #include "platform/Palette.h"
@@ -50,12 +51,22 @@ void paletteCommand(Session& s) {
   s.promptUi().setLastPalette(palette);
   // An action that starts another command first cancels this one at its next
   // prompt; and a palette may go while its action runs.
+  Prompter& p = s.prompter();
   while (stillOpen(s.promptUi(), palette)) {
     const Keywords actions = palette->actions();
-    const platform::StringReply reply =
-        s.prompter().getKeyword(keywordPrompt(palette->name(), actions, std::nullopt), actions);
+    const platform::StringReply reply = p.ask(keywordPrompt(palette->name(), actions, std::nullopt), actions);
     if (reply.status != PromptStatus::Normal) return;
-    palette->runAction(reply.text);
+    // What follows the action's name answers its first prompt: "List 1-20".
+    const FirstWord split = splitFirstWord(reply.text);
+    const KeywordMatch match = matchKeyword(split.word, actions);
+    if (!match.found()) {
+      s.print(L"Invalid option keyword.\n");
+      continue;
+    }
+    if (!split.rest.empty()) p.queueAnswers({std::wstring(split.rest)});
+    palette->runAction(actions[static_cast<std::size_t>(match.index)]);
+    // An answer the action did not ask for is not left for the next prompt.
+    p.clearQueuedAnswers();
   }
 }
 
