@@ -11,31 +11,100 @@ namespace zarvel {
 
 using platform::PromptStatus;
 
+void ZarvelPalette::selectAllRows() {
+  editor_.grid.SelectAll();
+  editor_.syncSelection(true);
+}
+
+void ZarvelPalette::invertSelection() {
+  const int count = std::min(editor_.grid.GetItemCount(), static_cast<int>(editor_.rows.size()));
+  for (int row = 0; row < count; ++row) {
+    editor_.grid.SetRowSelected(row, !editor_.grid.IsRowSelected(row));
+  }
+  editor_.syncSelection(true);
+}
+
 void ZarvelPalette::viewMenu() {
   platform::Editor& ed = port().editor();
   for (;;) {
     const platform::StringReply reply = ed.getString(L"View [All/Invert/Top]: ", false);
     if (reply.status != PromptStatus::Normal || reply.text.empty()) return;
-    if (platform::equalsIgnoreCase(reply.text, L"All")) {
-      editor_.grid.SelectAll();
-      editor_.syncSelection(true);
-      return;
-    }
-    if (platform::equalsIgnoreCase(reply.text, L"Invert")) {
-      const int count =
-          std::min(editor_.grid.GetItemCount(), static_cast<int>(editor_.rows.size()));
-      for (int row = 0; row < count; ++row) {
-        editor_.grid.SetRowSelected(row, !editor_.grid.IsRowSelected(row));
-      }
-      editor_.syncSelection(true);
-      return;
-    }
+    if (platform::equalsIgnoreCase(reply.text, L"All")) return selectAllRows();
+    if (platform::equalsIgnoreCase(reply.text, L"Invert")) return invertSelection();
     if (platform::equalsIgnoreCase(reply.text, L"Top")) {
       // Only the order changes: the drawing's selection stays as it is.
       editor_.sortSelection();
       return;
     }
     ed.print(L"No view entry is named " + reply.text + L".\n");
+  }
+}
+
+// The entries of the File, Edit and View menus, in that order, by their labels.
+void ZarvelPalette::menuEntry() {
+  enum class Entry { SaveAs, Undo, Redo, Hook, RenameFields, SelectAll, FindValues, Invert, SortSelection, ShowSelection };
+  struct Item {
+    const wchar_t* label;
+    Entry entry;
+    int hook;
+  };
+  static const Item kItems[] = {
+      {L"Save As...", Entry::SaveAs, 0},
+      {L"Undo", Entry::Undo, 0},
+      {L"Redo", Entry::Redo, 0},
+      {L"Input Coordinates", Entry::Hook, 0},
+      {L"Input Graphical Properties", Entry::Hook, 1},
+      {L"Input Text", Entry::Hook, 2},
+      {L"Create IDs", Entry::Hook, 3},
+      {L"Replace Values", Entry::Hook, 4},
+      {L"Copy Values", Entry::Hook, 5},
+      {L"Rename Fields", Entry::RenameFields, 0},
+      {L"Select All", Entry::SelectAll, 0},
+      {L"Find Values", Entry::FindValues, 0},
+      {L"Invert Selection", Entry::Invert, 0},
+      {L"Sort Selection", Entry::SortSelection, 0},
+      {L"Show Selection", Entry::ShowSelection, 0},
+  };
+  std::wstring prompt = L"Menu item [";
+  for (const Item& item : kItems) prompt += (item.label == kItems[0].label ? L"" : L"/") + std::wstring(item.label);
+  prompt += L"]: ";
+  platform::Editor& ed = port().editor();
+  const Item* chosen = nullptr;
+  while (chosen == nullptr) {
+    const platform::StringReply reply = ed.getString(prompt, true);
+    if (reply.status != PromptStatus::Normal || reply.text.empty()) return;
+    for (const Item& item : kItems) {
+      if (platform::equalsIgnoreCase(reply.text, item.label)) chosen = &item;
+    }
+    if (chosen == nullptr) ed.print(L"No menu item is named " + reply.text + L".\n");
+  }
+  // What goes to the command line runs once the palette's own command ends.
+  const auto toCommandLine = [&ed] { ed.postCommand(L"CANCELCMD"); };
+  switch (chosen->entry) {
+    case Entry::SaveAs:
+      // The entry is there and does nothing.
+      return;
+    case Entry::Undo:
+      return undo();
+    case Entry::Redo:
+      return redo();
+    case Entry::Hook:
+      return editor_.runHook(chosen->hook);
+    case Entry::RenameFields:
+      toCommandLine();
+      return Zarvel::runCommandString(L"ZARVEL_RENAME_COLUMNS");
+    case Entry::SelectAll:
+      return selectAllRows();
+    case Entry::FindValues:
+      toCommandLine();
+      return port().documents().sendStringToExecute(L"zarvel_has_specific_values\n");
+    case Entry::Invert:
+      return invertSelection();
+    case Entry::SortSelection:
+      return editor_.sortSelection();
+    case Entry::ShowSelection:
+      toCommandLine();
+      return editor_.showSelectionInDrawing();
   }
 }
 

@@ -75,6 +75,7 @@ const std::vector<ZarvelPalette::Action>& ZarvelPalette::actionTable() {
       {L"Find", &ZarvelPalette::findRow, true},
       {L"Operation", &ZarvelPalette::runOperation, false},
       {L"View", &ZarvelPalette::viewMenu, true},
+      {L"Menu", &ZarvelPalette::menuEntry, false},
       {L"Synchronize", &ZarvelPalette::askSynchronize, false},
       {L"Undo", &ZarvelPalette::undo, false},
       {L"Redo", &ZarvelPalette::redo, false},

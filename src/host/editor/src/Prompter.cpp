@@ -1,8 +1,6 @@
 // The host's prompt conventions.
 #include "host/editor/Prompter.h"
 
-#include <utility>
-
 #include "host/editor/AnswerParsing.h"
 
 namespace host {
@@ -43,6 +41,9 @@ platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& 
     const std::wstring_view echo =
         answers == Console::Answers::Word ? splitFirstWord(*line).word : std::wstring_view(*line);
     console_.print(prompt + std::wstring(echo) + L"\n");
+    // "_" marks an option in the language every host understands, as a module
+    // types it; ours has only that language, so the mark goes.
+    if (given == &typed_ && line->size() > 1 && (*line)[0] == L'_') line->erase(0, 1);
   } else {
     line = console_.readAnswer(prompt, completions, answers);
   }
@@ -63,9 +64,10 @@ platform::StringReply Prompter::ask(const std::wstring& prompt, const Keywords& 
 }
 
 void Prompter::typeAhead(const std::wstring& text) {
+  // A blank ends an answer as a line feed does, as at the host's command line.
   std::size_t start = 0;
   while (start < text.size()) {
-    const std::size_t end = text.find(L'\n', start);
+    const std::size_t end = text.find_first_of(L" \n", start);
     typed_.push_back(text.substr(start, end == std::wstring::npos ? end : end - start));
     start = end == std::wstring::npos ? text.size() : end + 1;
   }

@@ -50,6 +50,10 @@ class ZarvelPalette : public platform::PaletteModel, public platform::EditorReac
   void runOperation();
   // Select All, Invert Selection and Sort Selection.
   void viewMenu();
+  void selectAllRows();
+  void invertSelection();
+  // An entry of the File, Edit or View menu by its label, as a click on it.
+  void menuEntry();
   // Whether a selection made in the grid selects its entities too.
   void askSynchronize();
   void pasteCells();

@@ -1,4 +1,4 @@
-// SELECT, ERASE and FAILOPEN: working with selections of entities.
+// SELECT, ERASE, ZOOM and FAILOPEN: working with selections of entities.
 #include "host/db/PortDrawing.h"
 #include "host/editor/CommandHelpers.h"
 #include "host/editor/HostCommands.h"
@@ -46,9 +46,28 @@ void failOpenCommand(Session& s) {
           (fail ? L" object(s) will fail to open.\n" : L" object(s) open normally.\n"));
 }
 
+// Our command line shows no view, so ZOOM only takes its answers: a module
+// that zooms to objects before selecting them again runs as it would.
+void zoomCommand(Session& s) {
+  const Keywords options = {L"All", L"Extents", L"Object", L"Previous", L"Window"};
+  const platform::StringReply option =
+      s.prompter().getKeyword(keywordPrompt(L"Enter an option", options, std::nullopt), options);
+  if (option.status != PromptStatus::Normal) return;
+  if (option.text == L"Object") {
+    // The pick-first set stays for the next command, as after a zoom.
+    const std::vector<ObjectId> kept = s.editor().impliedSelection();
+    if (!s.selectForCommand(true)) return;
+    s.editor().setPickFirst(kept);
+  } else if (option.text == L"Window") {
+    if (!s.prompter().getPoint(L"Specify first corner: ").isNormal()) return;
+    if (!s.prompter().getPoint(L"Specify opposite corner: ").isNormal()) return;
+  }
+}
+
 }  // namespace
 
 void registerEditCommands(Session& session) {
+  session.addHostCommand({L"ZOOM", zoomCommand, false, L"takes a zoom's answers; no view to zoom"});
   session.addHostCommand({L"SELECT", selectCommand, true, L"selects entities (pick-first set)"});
   session.addHostCommand({L"ERASE", eraseCommand, true, L"erases entities"});
   session.addHostCommand(

@@ -53,8 +53,9 @@ class Prompter {
     queued_.insert(queued_.end(), answers.begin(), answers.end());
   }
   void clearQueuedAnswers() { queued_.clear(); }
-  // Text as if typed at the command line before the input's next line, line
-  // by line: what a module queues to run once the present command is over.
+  // Text as if typed at the command line before the input's next line, each
+  // blank or line feed ending one answer: what a module queues to run once
+  // the present command is over.
   void typeAhead(const std::wstring& text);
   // The next prompt of the running command is cancelled, as if Esc were
   // pressed there; the "Command: " prompt forgets it.
