@@ -378,5 +378,38 @@ TEST_F(TableEditorTest, SelectionFollowsThePickFirstSetBothWaysAndNewColumnsRelo
   EXPECT_TRUE(editor.grid.GetSelectedRows().empty());
 }
 
+TEST_F(TableEditorTest, ObjectEventsRereadTheEntitysRowsDropTheGoneAndListTheNew) {
+  const ObjectId twice = road(road(host.addLine(), 1, L"a"), 2, L"b");
+  const ObjectId other = road(host.addLine(), 3, L"c");
+  open(L"Roads");
+  platform::OdContainer& container = zarvel::getODContainer();
+  // A removal steps over the next record, so it takes two calls to empty it.
+  zarvel::removeRecordsOfTable(container, L"Roads", twice);
+  zarvel::removeRecordsOfTable(container, L"Roads", twice);
+  road(twice, 7, L"x");
+  // The first row takes the one record; with none left the walk stops there.
+  editor.objectModified(twice);
+  EXPECT_EQ(shown(), (Texts{L"1: 7 x 0.000000,0.000000,0.000000",
+                            L"1: 2 b 0.000000,0.000000,0.000000",
+                            L"2: 3 c 0.000000,0.000000,0.000000"}));
+  // Rows whose records went are taken out, the selection below moving up.
+  select({0, 2});
+  zarvel::removeRecordsOfTable(container, L"Roads", twice);
+  editor.objectModified(twice);
+  EXPECT_EQ(shown(), (Texts{L"2: 3 c 0.000000,0.000000,0.000000"}));
+  EXPECT_EQ(editor.grid.GetSelectedRows(), (std::vector<int>{0}));
+  // An entity without rows gets a row per record after the last number; the
+  // editor writing itself is deaf to it, and an erase always takes the rows.
+  const ObjectId fresh = road(host.addLine(), 8, L"n");
+  editor.objectEventsEnabled = false;
+  editor.objectModified(fresh);
+  EXPECT_EQ(editor.grid.GetItemCount(), 1);
+  editor.objectEventsEnabled = true;
+  editor.objectModified(fresh);
+  editor.objectErased(other);
+  EXPECT_EQ(editor.erasedRowNumbers, (std::vector<std::int32_t>{2}));
+  EXPECT_EQ(shown(), (Texts{L"3: 8 n 0.000000,0.000000,0.000000"}));
+}
+
 }  // namespace
 }  // namespace testing_support

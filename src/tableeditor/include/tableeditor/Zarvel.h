@@ -111,6 +111,15 @@ class Zarvel : public GridListener {
   // Selects the rows of these entities and deselects the others; with none,
   // deselects every row.
   void markRowsOfIds(const std::vector<platform::ObjectId>& ids);
+  // The drawing's database told of an entity: changed (while the editor is
+  // not writing itself) or erased. No front end attaches them to the
+  // database, so rows change only through loads.
+  void objectModified(platform::ObjectId id);
+  void objectErased(platform::ObjectId id);
+  // The rows of the entity take its records afresh, in order; rows whose
+  // record went are removed, the editor reset when it was the last; an entity
+  // with no row gets a row per record at the end.
+  void applyEntityChange(platform::OdContainer& container, platform::ObjectId id);
   // The drawing's pick-first set changed: reloads when the table's definition
   // changed meanwhile, else marks the rows of what is selected.
   void onPickfirstModified(bool gridFocused);
@@ -144,6 +153,7 @@ class Zarvel : public GridListener {
     if (invalidated) invalidated();
   }
   void writeTypedCell(int row, int column, const std::wstring& text);
+  void eraseRow(int index);
 
   std::vector<std::wstring> tableItems_;
   int currentTableItem_ = -1;
