@@ -45,9 +45,7 @@ def entities(doc, msp):
 
 def build():
     doc = ezdxf.new("R2010")
-    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
-    for name in ("TPMID_x", "Roads"):
-        tables.add_xrecord(name).reset(corpus.od_definition_tags(corpus.OD_TABLES[name]))
+    corpus.add_od_tables(doc, ("TPMID_x", "Roads"))
     msp = doc.modelspace()
     listing = []
     for what, entity, records, foreign in entities(doc, msp):
@@ -58,10 +56,7 @@ def build():
 
 
 def main():
-    out = sys.argv[1] if len(sys.argv) > 1 else os.path.join(HERE, "break.dxf")
-    doc, listing = build()
-    doc.saveas(out)
-    print("\n".join(listing))
+    corpus.write_fixture(build, os.path.join(HERE, "break.dxf"))
 
 
 if __name__ == "__main__":

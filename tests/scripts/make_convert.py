@@ -51,9 +51,7 @@ def extras(doc, msp):
 
 def build():
     doc = ezdxf.new("R2010")
-    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
-    for name in ("Geo", "Other", "TPMID_x"):
-        tables.add_xrecord(name).reset(corpus.od_definition_tags(corpus.OD_TABLES[name]))
+    corpus.add_od_tables(doc, ("Geo", "Other", "TPMID_x"))
     msp = doc.modelspace()
     made = [(what, e, False) for what, e, _ in geo.entities(doc, msp)] + extras(doc, msp)
     paper = doc.layout("Layout1")
@@ -69,10 +67,7 @@ def build():
 
 
 def main():
-    out = sys.argv[1] if len(sys.argv) > 1 else os.path.join(HERE, "convert.dxf")
-    doc, listing = build()
-    doc.saveas(out)
-    print("\n".join(listing))
+    corpus.write_fixture(build, os.path.join(HERE, "convert.dxf"))
 
 
 if __name__ == "__main__":

@@ -37,9 +37,7 @@ def build():
     corpus.attach_od(msp.add_circle((5, 5), 1), [("Wells", [7.5, (5, 5, 0), "wet"]),
                                                  ("Parcels", ["Ann"])])
     # The tables' objects come after the records that name them.
-    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
-    for name in TABLES:
-        tables.add_xrecord(name).reset(corpus.od_definition_tags(corpus.OD_TABLES[name]))
+    corpus.add_od_tables(doc, TABLES)
     return doc
 
 

@@ -81,9 +81,7 @@ def entities(doc, msp):
 
 def build():
     doc = ezdxf.new("R2010")
-    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
-    for name in ("Geo", "Other"):
-        tables.add_xrecord(name).reset(corpus.od_definition_tags(corpus.OD_TABLES[name]))
+    corpus.add_od_tables(doc, ("Geo", "Other"))
     msp = doc.modelspace()
     listing = []
     for what, entity, geo in entities(doc, msp):
@@ -93,10 +91,7 @@ def build():
 
 
 def main():
-    out = sys.argv[1] if len(sys.argv) > 1 else os.path.join(HERE, "set_geometry.dxf")
-    doc, listing = build()
-    doc.saveas(out)
-    print("\n".join(listing))
+    corpus.write_fixture(build, os.path.join(HERE, "set_geometry.dxf"))
 
 
 if __name__ == "__main__":

@@ -27,9 +27,7 @@ def build():
     corpus.OD_TABLES.update(TABLES)
     doc = ezdxf.new("R2010")
     doc.layers.add("Locked").lock()
-    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
-    for name, columns in TABLES.items():
-        tables.add_xrecord(name).reset(corpus.od_definition_tags(columns))
+    corpus.add_od_tables(doc, TABLES)
     msp = doc.modelspace()
     rows = [
         ("LINE road 12", msp.add_line((0, 0), (10, 0)),
@@ -44,18 +42,11 @@ def build():
          [("Roads", [99, "Hidden", 1.0])]),
         ("CIRCLE parcel", msp.add_circle((30, 0), 1), [("Parcels", [6, 3.0])]),
     ]
-    listing = []
-    for what, entity, records in rows:
-        corpus.attach_od(entity, records)
-        listing.append("%s  %s" % (entity.dxf.handle, what))
-    return doc, listing
+    return doc, corpus.attach_rows(rows)
 
 
 def main():
-    out = sys.argv[1] if len(sys.argv) > 1 else os.path.join(HERE, "table_editor.dxf")
-    doc, listing = build()
-    doc.saveas(out)
-    print("\n".join(listing))
+    corpus.write_fixture(build, os.path.join(HERE, "table_editor.dxf"))
 
 
 if __name__ == "__main__":

@@ -25,9 +25,7 @@ TABLES = {
 def build():
     corpus.OD_TABLES.update(TABLES)
     doc = ezdxf.new("R2010")
-    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
-    for name, columns in TABLES.items():
-        tables.add_xrecord(name).reset(corpus.od_definition_tags(columns))
+    corpus.add_od_tables(doc, TABLES)
     msp = doc.modelspace()
     rows = [
         ("LINE road 1", msp.add_line((0, 0), (10, 0)),
@@ -39,18 +37,11 @@ def build():
         ("LINE in paper space", doc.layout("Layout1").add_line((0, 0), (1, 1)),
          [("Parcels", [8, "wood"])]),
     ]
-    listing = []
-    for what, entity, records in rows:
-        corpus.attach_od(entity, records)
-        listing.append("%s  %s" % (entity.dxf.handle, what))
-    return doc, listing
+    return doc, corpus.attach_rows(rows)
 
 
 def main():
-    out = sys.argv[1] if len(sys.argv) > 1 else os.path.join(HERE, "translate.dxf")
-    doc, listing = build()
-    doc.saveas(out)
-    print("\n".join(listing))
+    corpus.write_fixture(build, os.path.join(HERE, "translate.dxf"))
 
 
 if __name__ == "__main__":

@@ -284,6 +284,32 @@ def od_definition_tags(columns):
     return tags
 
 
+def add_od_tables(doc, names):
+    """The ZARVEL_OD_TABLES dictionary, holding the definitions of the named tables of OD_TABLES."""
+    tables = doc.rootdict.add_new_dict("ZARVEL_OD_TABLES")
+    for name in names:
+        tables.add_xrecord(name).reset(od_definition_tags(OD_TABLES[name]))
+
+
+def attach_rows(rows):
+    """rows: [(what, entity, records)]; attaches each entity's records and gives the listing
+    "handle  what" a script's comments quote."""
+    listing = []
+    for what, entity, records in rows:
+        attach_od(entity, records)
+        listing.append("%s  %s" % (entity.dxf.handle, what))
+    return listing
+
+
+def write_fixture(build, default_path):
+    """Saves the drawing build() makes to the path given as the first argument, else to
+    default_path, and prints the listing build() gives with it."""
+    out = sys.argv[1] if len(sys.argv) > 1 else default_path
+    doc, listing = build()
+    doc.saveas(out)
+    print("\n".join(listing))
+
+
 def attach_od(entity, records, foreign=False):
     """records: [(table, [values in column order])], kept in attachment order."""
     tags = []
