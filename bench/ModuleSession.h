@@ -80,6 +80,26 @@ struct Fixture {
   }
 };
 
+// Keeps what the fixture's commands print while it lives, for a benchmark to
+// check that they did their work; the output is dropped again after.
+class Shown {
+ public:
+  explicit Shown(Fixture& f) : out_(f.out), dropped_(f.out.rdbuf(text_.rdbuf())) {}
+  ~Shown() { out_.rdbuf(dropped_); }
+  Shown(const Shown&) = delete;
+  Shown& operator=(const Shown&) = delete;
+
+  bool contains(const std::string& text) const {
+    return text_.str().find(text) != std::string::npos;
+  }
+  void clear() { text_.str(""); }
+
+ private:
+  std::ostringstream text_;
+  std::ostream& out_;
+  std::streambuf* dropped_;
+};
+
 // One to three records of two tables on each line.
 inline int buildRecords(host::Database& db) {
   platform::OdTableDef roads;

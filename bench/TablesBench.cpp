@@ -3,8 +3,6 @@
 // module loaded.
 #include <benchmark/benchmark.h>
 
-#include <sstream>
-
 #include "ModuleSession.h"
 
 namespace {
@@ -12,20 +10,19 @@ namespace {
 using zarvel_bench::Fixture;
 using zarvel_bench::fixture;
 using zarvel_bench::kEntities;
+using zarvel_bench::Shown;
 
 // The statistics are printed, not kept: the transcript must show every line
 // of the drawing counted.
 void BM_Stat(benchmark::State& state) {
   Fixture& f = fixture();
-  std::ostringstream shown;
-  std::streambuf* const dropped = f.out.rdbuf(shown.rdbuf());
+  Shown shown(f);
   for (auto _ : state) {
-    shown.str("");
+    shown.clear();
     f.run(L"ZARVEL_STAT", "");
   }
-  f.out.rdbuf(dropped);
   state.SetItemsProcessed(state.iterations() * kEntities);
-  if (shown.str().find("Objects: " + std::to_string(kEntities)) == std::string::npos) {
+  if (!shown.contains("Objects: " + std::to_string(kEntities))) {
     state.SkipWithError("the statistics did not count the drawing");
   }
 }
@@ -34,14 +31,12 @@ void BM_Stat(benchmark::State& state) {
 // leaves the tables as they are.
 void BM_RmUnusedDialog(benchmark::State& state) {
   Fixture& f = fixture();
-  std::ostringstream shown;
-  std::streambuf* const dropped = f.out.rdbuf(shown.rdbuf());
+  Shown shown(f);
   for (auto _ : state) {
-    shown.str("");
+    shown.clear();
     f.run(L"ZARVEL_RMUNUSED", "*Cancel*\n");
   }
-  f.out.rdbuf(dropped);
-  if (shown.str().find("Used: Parcels, Roads") == std::string::npos) {
+  if (!shown.contains("Used: Parcels, Roads")) {
     state.SkipWithError("the tables in use were not found");
   }
 }

@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include "ModuleSession.h"
@@ -15,6 +14,7 @@ namespace {
 using zarvel_bench::Fixture;
 using zarvel_bench::fixture;
 using zarvel_bench::kEntities;
+using zarvel_bench::Shown;
 
 // Records of the drawing: a road on every line, a parcel on two of three and
 // a second road on one of three.
@@ -33,19 +33,17 @@ void BM_TranslateValues(benchmark::State& state) {
   const std::string path = valueAliasFile();
   const std::string there = "Values\n" + path + "\nName --> Alias\n";
   const std::string back = "Values\n" + path + "\nName <-- Alias\n";
-  std::ostringstream shown;
-  std::streambuf* const dropped = f.out.rdbuf(shown.rdbuf());
+  Shown shown(f);
   bool forth = true;
   for (auto _ : state) {
     f.run(L"ZARVEL_TRANSLATE", (forth ? there : back).c_str());
     forth = !forth;
   }
   if (!forth) f.run(L"ZARVEL_TRANSLATE", back.c_str());
-  f.out.rdbuf(dropped);
   state.SetItemsProcessed(state.iterations() * kRecords);
   // Every road record carries a name that the file names.
   const std::string changed = "Updated " + std::to_string(kEntities + kEntities / 3) + " records";
-  if (shown.str().find(changed) == std::string::npos) {
+  if (!shown.contains(changed)) {
     state.SkipWithError("the translation did not change every road record");
   }
 }
