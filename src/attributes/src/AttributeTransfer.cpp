@@ -150,34 +150,16 @@ struct AttributeValue {
   std::wstring text;
 };
 
-// Sets a value from attribute text by the value's own type. Each coordinate
-// of a point is read as a whole number, its decimals cut: that is how maps
-// made for this command have always been read, and they count on it.
-void assignAttributeText(OdValue& value, const std::wstring& text) {
-  switch (value.type()) {
-    case platform::OdType::Integer:
-      value = platform::wtoi(text);
-      break;
-    case platform::OdType::Real:
-      value = platform::wtof(text);
-      break;
-    case platform::OdType::Character:
-      value = text;
-      break;
-    case platform::OdType::Point: {
-      std::vector<std::wstring> parts;
-      splitText(text, L",", parts);
-      platform::Point3d p{0.0, 0.0, 0.0};
-      if (parts.size() <= 3) {
-        double* coordinates[] = {&p.x, &p.y, &p.z};
-        for (std::size_t i = 0; i < parts.size(); ++i) *coordinates[i] = platform::wtoi(parts[i]);
-      }
-      value = p;
-      break;
-    }
-    case platform::OdType::Unknown:
-      break;
+// A point from attribute text: each coordinate read as a whole number, its
+// decimals cut, as maps made for this command have always been read; more
+// than three parts give the origin.
+platform::Point3d pointOfAttribute(const std::vector<std::wstring>& parts) {
+  platform::Point3d p{0.0, 0.0, 0.0};
+  if (parts.size() <= 3) {
+    double* coordinates[] = {&p.x, &p.y, &p.z};
+    for (std::size_t i = 0; i < parts.size(); ++i) *coordinates[i] = platform::wtoi(parts[i]);
   }
+  return p;
 }
 
 // Writes one attribute's text into the first record of its table.
@@ -191,7 +173,7 @@ void loadValue(MappedColumns& columns, ObjectId reference, const AttributeValue&
   if (iterator->getRecord(record) != platform::Status::Ok) return;
   const int index = columns.index(attribute.column);
   if (index < 0 || index >= record.count()) return;
-  assignAttributeText(record.value(index), attribute.text);
+  assignTextByType(record.value(index), attribute.text, pointOfAttribute);
   // Written at once, so that of two attributes mapped to one column the
   // later one stands; a record that won't take it is passed over.
   platform::ignoreStatus(iterator->updateRecord(record));

@@ -56,6 +56,29 @@ void setFieldFromText(platform::OdRecord& record, int fieldIndex, const std::wst
   }
 }
 
+void assignTextByType(OdValue& value, const std::wstring& text,
+                      platform::Point3d (*point)(const std::vector<std::wstring>& parts)) {
+  switch (value.type()) {
+    case OdType::Integer:
+      value = platform::wtoi(text);
+      break;
+    case OdType::Real:
+      value = platform::wtof(text);
+      break;
+    case OdType::Character:
+      value = text;
+      break;
+    case OdType::Point: {
+      std::vector<std::wstring> parts;
+      splitText(text, L",", parts);
+      value = point(parts);
+      break;
+    }
+    case OdType::Unknown:
+      break;
+  }
+}
+
 bool assignTextPattern(OdValue& value, const std::wstring& text) {
   if (text.find(L'*') == std::wstring::npos) return textToValue(value, text);
   const std::wstring old = valueToText(value);

@@ -31,9 +31,7 @@ const std::wstring* aliasOf(const std::wstring& text, const AliasMap* const* map
 
 // A point alias: one number for all three coordinates, two for X and Y with Z
 // 0, three for X, Y, Z; any other count gives the origin.
-platform::Point3d pointOf(const std::wstring& alias) {
-  std::vector<std::wstring> parts;
-  splitText(alias, L",", parts);
+platform::Point3d pointOfAlias(const std::vector<std::wstring>& parts) {
   std::vector<double> n;
   for (const std::wstring& part : parts) n.push_back(platform::wtof(part));
   switch (n.size()) {
@@ -45,25 +43,6 @@ platform::Point3d pointOf(const std::wstring& alias) {
       return {n[0], n[1], n[2]};
     default:
       return {0.0, 0.0, 0.0};
-  }
-}
-
-void assignAlias(OdValue& value, const std::wstring& alias) {
-  switch (value.type()) {
-    case OdType::Integer:
-      value = OdValue(platform::wtoi(alias));
-      break;
-    case OdType::Real:
-      value = OdValue(platform::wtof(alias));
-      break;
-    case OdType::Character:
-      value = OdValue(alias);
-      break;
-    case OdType::Point:
-      value = OdValue(pointOf(alias));
-      break;
-    case OdType::Unknown:
-      break;
   }
 }
 
@@ -109,7 +88,7 @@ bool ValueTranslator::translateRecord(const TableColumns& table, OdRecord& recor
     const std::wstring* alias = aliasOf(text, ordered, 3);
     if (alias == nullptr) continue;
     changed = true;
-    assignAlias(value, *alias);
+    assignTextByType(value, *alias, pointOfAlias);
   }
   return changed;
 }

@@ -26,6 +26,13 @@ bool textToValue(platform::OdValue& value, const std::wstring& text);
 // number). Other types, and an index past the record's end, stay unchanged.
 void setFieldFromText(platform::OdRecord& record, int fieldIndex, const std::wstring& text);
 
+// Sets a value from text by the value's present type: an integer by _wtoi, a
+// real by _wtof, a character as it stands, a point from the text's
+// comma-separated parts as `point` reads them (the callers differ there). The
+// unknown type stays.
+void assignTextByType(platform::OdValue& value, const std::wstring& text,
+                      platform::Point3d (*point)(const std::vector<std::wstring>& parts));
+
 // As textToValue, except that every "*" in the text stands for the value's
 // old text form: "x*y" on "abc" gives "xabcy".
 bool assignTextPattern(platform::OdValue& value, const std::wstring& text);
