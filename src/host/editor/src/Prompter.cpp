@@ -125,6 +125,18 @@ void Prompter::complainAboutKeyword(const std::wstring& answer, const Keywords& 
 
 platform::StringReply Prompter::getKeyword(const std::wstring& prompt, const Keywords& keywords,
                                            const std::optional<std::wstring>& defaultKeyword) {
+  return askKeyword(prompt, keywords, defaultKeyword, nullptr);
+}
+
+platform::StringReply Prompter::getKeyword(const std::wstring& prompt, const Keywords& keywords,
+                                           std::wstring& rest) {
+  return askKeyword(prompt, keywords, std::nullopt, &rest);
+}
+
+platform::StringReply Prompter::askKeyword(const std::wstring& prompt, const Keywords& keywords,
+                                           const std::optional<std::wstring>& defaultKeyword,
+                                           std::wstring* rest) {
+  if (rest != nullptr) rest->clear();
   for (;;) {
     platform::StringReply reply = ask(prompt, keywords);
     if (reply.status == PromptStatus::Cancel) return reply;
@@ -132,11 +144,17 @@ platform::StringReply Prompter::getKeyword(const std::wstring& prompt, const Key
       if (defaultKeyword) return {PromptStatus::Normal, *defaultKeyword};
       return reply;
     }
-    const KeywordMatch match = matchKeyword(reply.text, keywords);
+    std::wstring_view answer = reply.text;
+    if (rest != nullptr) {
+      const FirstWord split = splitFirstWord(answer);
+      answer = split.word;
+      *rest = std::wstring(split.rest);
+    }
+    const KeywordMatch match = matchKeyword(answer, keywords);
     if (match.found()) {
       return {PromptStatus::Normal, keywords[static_cast<std::size_t>(match.index)]};
     }
-    complainAboutKeyword(reply.text, keywords, match.candidates);
+    complainAboutKeyword(std::wstring(answer), keywords, match.candidates);
   }
 }
 

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "host/editor/AnswerParsing.h"
 #include "host/editor/HostCommands.h"
 #include "host/editor/Session.h"
 #include "platform/Palette.h"
@@ -54,17 +53,13 @@ void paletteCommand(Session& s) {
   Prompter& p = s.prompter();
   while (stillOpen(s.promptUi(), palette)) {
     const Keywords actions = palette->actions();
-    const platform::StringReply reply = p.ask(keywordPrompt(palette->name(), actions, std::nullopt), actions);
-    if (reply.status != PromptStatus::Normal) return;
     // What follows the action's name answers its first prompt: "List 1-20".
-    const FirstWord split = splitFirstWord(reply.text);
-    const KeywordMatch match = matchKeyword(split.word, actions);
-    if (!match.found()) {
-      s.print(L"Invalid option keyword.\n");
-      continue;
-    }
-    if (!split.rest.empty()) p.queueAnswers({std::wstring(split.rest)});
-    palette->runAction(actions[static_cast<std::size_t>(match.index)]);
+    std::wstring rest;
+    const platform::StringReply reply =
+        p.getKeyword(keywordPrompt(palette->name(), actions, std::nullopt), actions, rest);
+    if (reply.status != PromptStatus::Normal) return;
+    if (!rest.empty()) p.queueAnswers({rest});
+    palette->runAction(reply.text);
     // An answer the action did not ask for is not left for the next prompt.
     p.clearQueuedAnswers();
   }

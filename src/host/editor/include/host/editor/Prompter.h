@@ -82,6 +82,10 @@ class Prompter {
   // or None without one.
   platform::StringReply getKeyword(const std::wstring& prompt, const Keywords& keywords,
                                    const std::optional<std::wstring>& defaultKeyword = {});
+  // The same, matching the answer's first word only; what follows it goes to
+  // rest (empty when nothing does), for a keyword that takes an argument.
+  platform::StringReply getKeyword(const std::wstring& prompt, const Keywords& keywords,
+                                   std::wstring& rest);
   // "[Yes/No]" as a keyword prompt; the value is true for Yes.
   Answer<bool> getYesNo(const std::wstring& prompt, std::optional<bool> defaultValue = {});
 
@@ -102,6 +106,9 @@ class Prompter {
   Answer<T> getValue(const std::wstring& prompt, const Keywords& keywords,
                      std::optional<T> defaultValue, Parse parse, const wchar_t* complaint);
 
+  platform::StringReply askKeyword(const std::wstring& prompt, const Keywords& keywords,
+                                   const std::optional<std::wstring>& defaultKeyword,
+                                   std::wstring* rest);
   // Prints why an answer matched no keyword or more than one.
   void complainAboutKeyword(const std::wstring& answer, const Keywords& keywords,
                             const std::vector<int>& candidates);
