@@ -2,6 +2,7 @@
 // made in the grid as a whole, and whether they reach the drawing.
 #include <algorithm>
 
+#include "PaletteChoice.h"
 #include "oddata/Port.h"
 #include "platform/Text.h"
 #include "tableeditor/EditorState.h"
@@ -25,18 +26,16 @@ void ZarvelPalette::invertSelection() {
 }
 
 void ZarvelPalette::viewMenu() {
-  platform::Editor& ed = port().editor();
-  for (;;) {
-    const platform::StringReply reply = ed.getString(L"View [All/Invert/Top]: ", false);
-    if (reply.status != PromptStatus::Normal || reply.text.empty()) return;
-    if (platform::equalsIgnoreCase(reply.text, L"All")) return selectAllRows();
-    if (platform::equalsIgnoreCase(reply.text, L"Invert")) return invertSelection();
-    if (platform::equalsIgnoreCase(reply.text, L"Top")) {
+  switch (askChoice(L"View", {L"All", L"Invert", L"Top"}, L"view entry", false).value_or(3)) {
+    case 0:
+      return selectAllRows();
+    case 1:
+      return invertSelection();
+    case 2:
       // Only the order changes: the drawing's selection stays as it is.
-      editor_.sortSelection();
+      return editor_.sortSelection();
+    default:
       return;
-    }
-    ed.print(L"No view entry is named " + reply.text + L".\n");
   }
 }
 
@@ -65,19 +64,12 @@ void ZarvelPalette::menuEntry() {
       {L"Sort Selection", Entry::SortSelection, 0},
       {L"Show Selection", Entry::ShowSelection, 0},
   };
-  std::wstring prompt = L"Menu item [";
-  for (const Item& item : kItems) prompt += (item.label == kItems[0].label ? L"" : L"/") + std::wstring(item.label);
-  prompt += L"]: ";
+  std::vector<std::wstring> labels;
+  for (const Item& item : kItems) labels.push_back(item.label);
+  const std::optional<std::size_t> index = askChoice(L"Menu item", labels, L"menu item", true);
+  if (!index) return;
+  const Item* const chosen = &kItems[*index];
   platform::Editor& ed = port().editor();
-  const Item* chosen = nullptr;
-  while (chosen == nullptr) {
-    const platform::StringReply reply = ed.getString(prompt, true);
-    if (reply.status != PromptStatus::Normal || reply.text.empty()) return;
-    for (const Item& item : kItems) {
-      if (platform::equalsIgnoreCase(reply.text, item.label)) chosen = &item;
-    }
-    if (chosen == nullptr) ed.print(L"No menu item is named " + reply.text + L".\n");
-  }
   // What goes to the command line runs once the palette's own command ends.
   const auto toCommandLine = [&ed] { ed.postCommand(L"CANCELCMD"); };
   switch (chosen->entry) {

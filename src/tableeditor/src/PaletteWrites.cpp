@@ -1,6 +1,7 @@
 // The editor palette's actions that change values or the order of the rows:
 // a cell typed, a column filled, cells pasted, a sort and a find. Each asks
 // its answers first and then does what the grid's own gesture does.
+#include "PaletteChoice.h"
 #include "oddata/CommandFrame.h"
 #include "oddata/Port.h"
 #include "oddata/ValueText.h"
@@ -29,22 +30,9 @@ const wchar_t* const kOperations[Zarvel::kHookCount] = {L"Coordinates", L"Proper
 }  // namespace
 
 void ZarvelPalette::runOperation() {
-  std::wstring prompt = L"Operation [";
-  for (int i = 0; i < Zarvel::kHookCount; ++i) {
-    prompt += (i > 0 ? L"/" : L"") + std::wstring(kOperations[i]);
-  }
-  prompt += L"]: ";
-  platform::Editor& ed = port().editor();
-  for (;;) {
-    const platform::StringReply reply = ed.getString(prompt, false);
-    if (reply.status != PromptStatus::Normal || reply.text.empty()) return;
-    for (int i = 0; i < Zarvel::kHookCount; ++i) {
-      if (platform::equalsIgnoreCase(reply.text, kOperations[i])) {
-        editor_.runHook(i);
-        return;
-      }
-    }
-    ed.print(L"No operation is named " + reply.text + L".\n");
+  const std::vector<std::wstring> names(std::begin(kOperations), std::end(kOperations));
+  if (const auto hook = askChoice(L"Operation", names, L"operation", false)) {
+    editor_.runHook(static_cast<int>(*hook));
   }
 }
 

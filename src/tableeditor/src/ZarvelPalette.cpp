@@ -2,6 +2,7 @@
 // listing and the selection of rows. The writes are in PaletteWrites.cpp.
 #include "tableeditor/ZarvelPalette.h"
 
+#include "PaletteChoice.h"
 #include "RowRanges.h"
 #include "oddata/CommandFrame.h"
 #include "oddata/Port.h"
@@ -16,27 +17,6 @@ namespace {
 
 constexpr wchar_t kPaletteName[] = L"ZARVEL_TABLE";
 constexpr wchar_t kSeparator[] = L" | ";
-
-std::wstring joinedNames(const std::vector<std::wstring>& names, std::size_t first) {
-  std::wstring text;
-  for (std::size_t i = first; i < names.size(); ++i) {
-    if (i > first) text += L"/";
-    text += names[i];
-  }
-  return text;
-}
-
-// The place of a name in the list: exactly, else ignoring case; -1 when none.
-int findName(const std::vector<std::wstring>& names, const std::wstring& name, std::size_t first) {
-  for (std::size_t i = first; i < names.size(); ++i) {
-    if (names[i] == name) return static_cast<int>(i);
-  }
-  const std::wstring lower = platform::lowerCase(name);
-  for (std::size_t i = first; i < names.size(); ++i) {
-    if (platform::lowerCase(names[i]) == lower) return static_cast<int>(i);
-  }
-  return -1;
-}
 
 std::wstring padded(const std::wstring& text, std::size_t width) {
   return std::wstring(width > text.size() ? width - text.size() : 0, L' ') + text;
@@ -134,26 +114,14 @@ void ZarvelPalette::pickfirstModified() {
 
 void ZarvelPalette::chooseTable() {
   editor_.fillTableCombo();
+  // The list's first item is the empty one, which the prompt does not offer.
   const std::vector<std::wstring>& items = editor_.tableItems();
+  const std::vector<std::wstring> tables(items.begin() + (items.empty() ? 0 : 1), items.end());
   const int current = editor_.currentTableItem();
-  std::wstring prompt = L"Table [" + joinedNames(items, 1) + L"]";
-  if (current > 0) prompt += L" <" + items[static_cast<std::size_t>(current)] + L">";
-  prompt += L": ";
-  platform::Editor& ed = port().editor();
-  for (;;) {
-    const platform::StringReply reply = ed.getString(prompt, true);
-    if (reply.status != PromptStatus::Normal) return;
-    if (reply.text.empty()) {
-      if (current > 0) editor_.chooseTable(current);
-      return;
-    }
-    const int item = findName(items, reply.text, 1);
-    if (item > 0) {
-      editor_.chooseTable(item);
-      return;
-    }
-    ed.print(L"No table is named " + reply.text + L".\n");
-  }
+  std::optional<std::size_t> shown;
+  if (current > 0) shown = static_cast<std::size_t>(current - 1);
+  const std::optional<std::size_t> chosen = askChoice(L"Table", tables, L"table", true, shown);
+  if (chosen) editor_.chooseTable(static_cast<int>(*chosen) + 1);
 }
 
 std::wstring ZarvelPalette::rowLine(int row) const {
@@ -206,7 +174,7 @@ std::optional<int> ZarvelPalette::askColumn(bool numberColumn) {
     const platform::StringReply reply = ed.getString(L"Column: ", true);
     if (reply.status != PromptStatus::Normal || reply.text.empty()) return std::nullopt;
     if (numberColumn && reply.text == L"#") return 0;
-    const int field = findName(editor_.columnNames, reply.text, 0);
+    const int field = findName(editor_.columnNames, reply.text);
     if (field >= 0) return field + 1;
     ed.print(L"No column is named " + reply.text + L".\n");
   }
